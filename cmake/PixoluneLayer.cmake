@@ -1,0 +1,26 @@
+# pixolune_layer(NAME [LINKS target...] [PRIVATE_LINKS target...])
+#
+# A layer of the program: every source below the current folder, except its
+# ui/ and undo/ sub-folders, which are layers of their own.
+function(pixolune_layer name)
+  cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS
+    ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  list(FILTER sources EXCLUDE REGEX "^${CMAKE_CURRENT_SOURCE_DIR}/(ui|undo)/")
+  list(FILTER sources EXCLUDE REGEX "/[Mm]ain\\.cpp$")
+  if(NOT sources)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE pixolune_options ${ARG_LINKS})
+    return()
+  endif()
+  add_library(${name} STATIC ${sources})
+  target_link_libraries(${name} PUBLIC pixolune_options ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+endfunction()
+
+# The same for a folder of Qt Widgets.
+function(pixolune_ui_layer name)
+  pixolune_layer(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+  target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+endfunction()

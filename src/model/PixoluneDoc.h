@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "history/undo/UndoManager.h"
+#include "model/ObjectCanvas.h"
+#include "platform/Services.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What a document tells its views and panels. Each call says what is different now; who listens decides
+/// what to redraw.
+class IDocumentObserver {
+public:
+    virtual ~IDocumentObserver() = default;
+    /// What the frame shows inside the rectangle of document pixels changed.
+    virtual void OnFrameChanged(const Rect& /*rect*/) {}
+    /// Objects came, went or changed their order, or one changed its name, flags, picture or place.
+    virtual void OnObjectsChanged() {}
+    /// Selected flags of objects changed.
+    virtual void OnObjectSelectionChanged() {}
+    virtual void OnCanvasSizeChanged() {}
+    /// Undo and redo lists, modified flag, or title changed.
+    virtual void OnStateChanged() {}
+};
+
+/// One open picture: its canvas and its history.
+class CPixoluneDoc {
+public:
+    explicit CPixoluneDoc(AppServices& services);
+    ~CPixoluneDoc();
+    CPixoluneDoc(const CPixoluneDoc&) = delete;
+    CPixoluneDoc& operator=(const CPixoluneDoc&) = delete;
+
+    [[nodiscard]] AppServices& Services() const { return m_services; }
+    [[nodiscard]] CObjectCanvas& Canvas() { return m_canvas; }
+    [[nodiscard]] const CObjectCanvas& Canvas() const { return m_canvas; }
+    [[nodiscard]] const CUndoManager& History() const { return m_history; }
+
+    /// Takes a command whose change has been made and marks the document modified.
+    void Record(std::unique_ptr<CEditCommand> command);
+    /// Runs the newest command of the list; false when it is empty.
+    bool Undo();
+    bool Redo();
+
+    /// Replaces canvas and history by what was loaded or newly created; not modified afterwards.
+    void Adopt(CObjectCanvas canvas);
+
+    /// A picture record for a new object, with the next default name.
+    [[nodiscard]] Ref<CRasterImage> NewImage(CPackedDib dib) const;
+
+    [[nodiscard]] bool IsModified() const { return m_modified; }
+    void SetModified(bool modified);
+    /// Where the document was opened from or saved to; empty for a new one.
+    [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
+    void SetPath(std::filesystem::path path);
+    /// File name, or the name given to a new document.
+    [[nodiscard]] std::string Title() const;
+    void SetNewTitle(std::string title) { m_newTitle = std::move(title); }
+
+    void AddObserver(IDocumentObserver* observer);
+    void RemoveObserver(IDocumentObserver* observer);
+    void NotifyFrameChanged(const Rect& rect);
+    /// The whole frame.
+    void NotifyFrameChanged() { NotifyFrameChanged(m_canvas.Rectangle()); }
+    void NotifyObjectsChanged();
+    void NotifyObjectSelectionChanged();
+    void NotifyCanvasSizeChanged();
+
+private:
+    template <typename Call> void Notify(Call call);
+
+    AppServices& m_services;
+    CObjectCanvas m_canvas;
+    CUndoManager m_history;
+    std::filesystem::path m_path;
+    std::string m_newTitle;
+    bool m_modified = false;
+    std::vector<IDocumentObserver*> m_observers;
+};

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+/// One zero-filled heap block that its holder owns alone. Asking for memory can fail: the result is
+/// then empty, and nothing is thrown.
+class CHeapBlock {
+public:
+    CHeapBlock() = default;
+    ~CHeapBlock();
+    CHeapBlock(CHeapBlock&& other) noexcept;
+    CHeapBlock& operator=(CHeapBlock&& other) noexcept;
+    CHeapBlock(const CHeapBlock&) = delete;
+    CHeapBlock& operator=(const CHeapBlock&) = delete;
+
+    /// A block of `bytes` zeroes whose byte `alignedOffset` stands on a 64-byte boundary, so that
+    /// vector loads of what begins there do not cross cache lines. Empty when memory runs out.
+    [[nodiscard]] static CHeapBlock Allocate(size_t bytes, size_t alignedOffset = 0);
+
+    [[nodiscard]] bool IsEmpty() const { return m_data == nullptr; }
+    [[nodiscard]] uint8_t* Data() { return m_data; }
+    [[nodiscard]] const uint8_t* Data() const { return m_data; }
+    [[nodiscard]] size_t Size() const { return m_size; }
+    [[nodiscard]] std::span<uint8_t> Bytes() { return {m_data, m_size}; }
+    [[nodiscard]] std::span<const uint8_t> Bytes() const { return {m_data, m_size}; }
+
+private:
+    void* m_allocation = nullptr;
+    uint8_t* m_data = nullptr;
+    size_t m_size = 0;
+};
+
+/// Lets tests see what happens when memory runs out: the allocation number `after` from now (0 is the
+/// next) and every later one fails until the guard goes away.
+class CAllocationFailure {
+public:
+    explicit CAllocationFailure(int64_t after);
+    ~CAllocationFailure();
+    CAllocationFailure(const CAllocationFailure&) = delete;
+    CAllocationFailure& operator=(const CAllocationFailure&) = delete;
+};

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/strings/Strings.h"
+
+#include <cstddef>
+#include <iterator>
+
+namespace {
+
+struct StringRow {
+    Str id;
+    std::string_view text;
+};
+
+using enum Str;
+
+// Odd spellings and doubled blanks are meant: scripts and habits rely on them.
+constexpr StringRow kRows[] = {
+    {ApplicationTitle, "Morvandelite Pixolune"},
+    {ReadingFile, "Reading file "},
+    {SavingFile, "Saving file "},
+    {LoadFileFailed, "Load file %s fail!"},
+    {SaveFileFailed, "Save to file %s fail!"},
+    {OutOfMemory, "Out of Memory!"},
+    {SelectedPartEmpty, "Your selected  proportion is empty or transparent!"},
+    {ObjectsLocked,
+     "Some objects are locked.If you want to move them,please click the lock icon to unlock them in "
+     "the Objects Panel."},
+    {NoExcessBorder, "Selected object(s) has/have no excess transparent border!"},
+    {NoVisibleObject, "The selection must have at least one visible object!"},
+    {EraseNoObject, "A  object must be present at least before erasing!"},
+    {EraseNoneSelected, "A object must be selected at least before erasing!"},
+    {NoObject, "A object must be present at least!"},
+    {NoneSelected, "A object must be selected at least!"},
+    {AlreadyInFront, "Your selected object(s) has/have been in front!"},
+    {AlreadyBack, "Your selected object(s) has/have been back!"},
+    {LineNoObject, "A  object must be present at least before drawing line!"},
+    {LineNoneSelected, "A object must be selected at least before drawing line!"},
+    {FloodNoObject, "A  object must be present at least before flooding!"},
+    {FloodNoneSelected, "A object must be selected at least before flooding!"},
+    {FloodTransparentArea,
+     "If you want to fill the transparent area,please check \"Allow painting on transparent "
+     "areas\" option."},
+    {ClickOutsideSelection, "If you have made a selection area,plese click on it!"},
+    {SelectOnlyOne, "Please select only one visible object!"},
+    {ClearSelection, "Are you sure clear the selection?"},
+    {SaveChanges, "Save changes to %s?"},
+    {CantUndo, "Can't &Undo"},
+    {CantRedo, "Can't &Redo"},
+    {UndoShowHide, "Undo show/hide object(s)"},
+    {UndoLockUnlock, "Undo lock/unlock object(s)"},
+    {UndoMove, "Undo move object(s)"},
+    {UndoAlignTop, "Undo align top"},
+    {UndoAlignBottom, "Undo align bottom"},
+    {UndoAlignLeft, "Undo align left"},
+    {UndoAlignRight, "Undo align right"},
+    {UndoCenterVertically, "Undo center vertically"},
+    {UndoCenterHorizontally, "Undo center horizontally"},
+    {UndoCenterBoth, "Undo center vertically and horizontally"},
+    {UndoNewObject, "Undo new object"},
+    {UndoDuplicate, "Undo duplicate object(s)"},
+    {UndoDeleteObjects, "Undo delete object(s)"},
+    {UndoCombine, "Undo combine as single object"},
+    {UndoPaste, "Undo paste"},
+    {UndoDelete, "Undo delete"},
+    {UndoCut, "Undo cut"},
+    {UndoAddText, "Undo add text"},
+    {UndoPaintRectangle, "Undo paint rectangle"},
+    {UndoPaintEllipse, "Undo paint ellipse"},
+    {UndoPaintPolygon, "Undo paint polygon"},
+    {UndoAddImageFiles, "Undo Add image file(s)"},
+    {UndoAddAvi, "Undo Add AVI"},
+    {UndoOpacity, "Undo modify opacity"},
+    {UndoMakeFrame, "Undo make frame as single object"},
+    {UndoMoveToFront, "Undo move to front"},
+    {UndoMoveToBack, "Undo move to back"},
+    {UndoMoveForward, "Undo move forward"},
+    {UndoMoveBackward, "Undo move backward"},
+    {UndoTrim, "Undo trim Object(s)"},
+    {UndoPaintLine, "Undo paint line"},
+    {UndoFlood, "Undo flood"},
+    {UndoRotate, "Undo rotate"},
+    {UndoErase, "Undo erase"},
+    {UndoNegative, "Undo Negative"},
+    {UndoGray, "Undo Gray"},
+    {UndoMirrorHorizontally, "Undo Mirror horizontally"},
+    {UndoMirrorVertically, "Undo Mirror vertically"},
+    {UndoAdjustRgb, "Undo Adjust red/green/blue"},
+    {UndoAdjustHsl, "Undo Adjust Hue/Saturation/Lightness"},
+    {UndoAdjustBc, "Undo Adjust Brightness/Contrast"},
+    {UndoBlur, "Undo Blur"},
+    {UndoGaussianBlur, "Undo Gaussian Blur"},
+    {UndoSharpness, "Undo Sharpness"},
+    {UndoEmboss, "Undo Emboss"},
+    {UndoSunspot, "Undo Sunspot"},
+    {UndoResize, "Undo Resize animation"},
+    {UndoProperties, "Undo modify object's properties"},
+    {UndoRectangularSelection, "Undo Rectangular Selection"},
+    {UndoEllipticSelection, "Undo Elliptic Selection"},
+    {UndoLassoSelection, "Undo Lasso Selection"},
+    {UndoMagicWandSelection, "Undo Magic Wand Selection"},
+    {UndoSelectAll, "Undo Select All"},
+    {UndoUnselectAll, "Undo Unselect All"},
+    {UndoInvert, "Undo Invert"},
+    {UndoMoveSelection, "Undo Move Selection"},
+    {PointerPosition, " x=%d y=%d"},
+};
+
+constexpr bool RowsStandInOrder()
+{
+    for (size_t i = 0; i < std::size(kRows); ++i) {
+        if (static_cast<size_t>(kRows[i].id) != i)
+            return false;
+    }
+    return std::size(kRows) == static_cast<size_t>(Str::Count);
+}
+static_assert(RowsStandInOrder());
+
+void ReplaceFirst(std::string& text, std::string_view mark, std::string_view value)
+{
+    const size_t at = text.find(mark);
+    if (at != std::string::npos)
+        text.replace(at, mark.size(), value);
+}
+
+} // namespace
+
+std::string_view Text(Str id)
+{
+    return kRows[static_cast<size_t>(id)].text;
+}
+
+std::string Text(Str id, std::string_view argument)
+{
+    std::string text(Text(id));
+    ReplaceFirst(text, "%s", argument);
+    return text;
+}
+
+std::string Text(Str id, int first, int second)
+{
+    std::string text(Text(id));
+    ReplaceFirst(text, "%d", std::to_string(first));
+    ReplaceFirst(text, "%d", std::to_string(second));
+    return text;
+}

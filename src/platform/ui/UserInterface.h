@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+
+/// Shows how far a long operation has come.
+class IProgress {
+public:
+    virtual ~IProgress() = default;
+    /// 0 to 100.
+    virtual void SetPosition(int percent) = 0;
+};
+
+/// What the program's logic says to and asks of the person in front of it. Implemented once with windows
+/// and once for the command line.
+class IUserInterface : public IProgress {
+public:
+    /// A message box with OK; returns when it is closed.
+    virtual void ShowMessage(const std::string& text) = 0;
+    /// A Yes/No question; true for Yes.
+    [[nodiscard]] virtual bool AskYesNo(const std::string& question) = 0;
+    /// The prompt pane of the status bar; empty clears it.
+    virtual void SetStatusText(const std::string& text) = 0;
+};
