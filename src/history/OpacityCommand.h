@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "history/MemberCommand.h"
+
+class COpacityCommand final : public CMemberCommand<&CPicObject::transparency> {
+public:
+    COpacityCommand() : CMemberCommand(Str::UndoOpacity) {}
+};
