@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "document/StackingOperations.h"
+
+#include "document/Refusal.h"
+
+#include <algorithm>
+#include <ranges>
+#include <vector>
+
+namespace {
+
+using Objects = std::vector<Ref<CPicObject>>;
+
+bool IsFlagged(const Ref<CPicObject>& object)
+{
+    return object->IsSelected();
+}
+
+/// Moves every flagged object `places` towards the end of the range; none stands within that distance of it.
+/// Moving them one place a pass, the one nearest the end first, gives the same order.
+template <typename Range> Objects Shifted(Range&& objects, size_t places)
+{
+    Objects result(std::ranges::size(objects));
+    size_t at = 0;
+    for (const Ref<CPicObject>& object : objects) {
+        if (IsFlagged(object))
+            result[at + places] = object;
+        ++at;
+    }
+    auto free = result.begin();
+    for (const Ref<CPicObject>& object : objects) {
+        if (IsFlagged(object))
+            continue;
+        free = std::find(free, result.end(), Ref<CPicObject>());
+        *free = object;
+    }
+    return result;
+}
+
+/// The order from the far end to the end that the objects move to, after the move.
+template <typename Range> Objects Moved(Range&& objects, bool onePlace)
+{
+    const auto reversed = objects | std::views::reverse;
+    const auto nearest = std::ranges::find_if(reversed, IsFlagged);
+    const auto distance = static_cast<size_t>(std::ranges::distance(reversed.begin(), nearest));
+    return Shifted(objects, onePlace ? 1 : distance);
+}
+
+} // namespace
+
+bool Restack(CPixoluneDoc& document, StackingKind kind)
+{
+    CObjectCanvas& canvas = document.Canvas();
+    const bool toFront = kind == StackingKind::MoveToFront || kind == StackingKind::MoveForward;
+    const bool onePlace = kind == StackingKind::MoveForward || kind == StackingKind::MoveBackward;
+    if (canvas.objects.IsEmpty())
+        return Refuse(document, Str::NoObject);
+    if (IsFlagged(toFront ? canvas.objects.Top() : canvas.objects.Bottom()))
+        return Refuse(document, toFront ? Str::AlreadyInFront : Str::AlreadyBack);
+    if (std::ranges::none_of(canvas.objects, IsFlagged))
+        return Refuse(document, Str::NoneSelected);
+
+    auto command = std::make_unique<CStackingCommand>(kind, canvas);
+    Objects order =
+        toFront ? Moved(canvas.objects, onePlace) : Moved(canvas.objects | std::views::reverse, onePlace);
+    if (!toFront)
+        std::ranges::reverse(order);
+    canvas.objects.Clear();
+    for (Ref<CPicObject>& object : order)
+        canvas.objects.Append(std::move(object));
+    document.Record(std::move(command));
+    document.NotifyObjectsChanged();
+    document.NotifyFrameChanged();
+    return true;
+}

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "history/StackingCommand.h"
+#include "model/PixoluneDoc.h"
+
+/// Restacks the objects whose selected flag is set, visible or not. To front and to back move them until
+/// one of them stands at the end; those separated from it keep their distance. Each returns whether it
+/// changed the document; a refusal has been shown.
+bool Restack(CPixoluneDoc& document, StackingKind kind);
