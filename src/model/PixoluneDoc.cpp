@@ -15,6 +15,12 @@ void CPixoluneDoc::Record(std::unique_ptr<CEditCommand> command)
     Notify([](IDocumentObserver& observer) { observer.OnStateChanged(); });
 }
 
+void CPixoluneDoc::WithdrawNewest()
+{
+    m_history.WithdrawNewest();
+    Notify([](IDocumentObserver& observer) { observer.OnStateChanged(); });
+}
+
 bool CPixoluneDoc::Undo()
 {
     if (!m_history.Undo())

@@ -41,6 +41,8 @@ public:
 
     /// Takes a command whose change has been made and marks the document modified.
     void Record(std::unique_ptr<CEditCommand> command);
+    /// Forgets the newest command without running it: a drag was given up and has put everything back.
+    void WithdrawNewest();
     /// Runs the newest command of the list; false when it is empty.
     bool Undo();
     bool Redo();

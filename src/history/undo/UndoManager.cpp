@@ -39,6 +39,12 @@ bool CUndoManager::Redo()
     return true;
 }
 
+void CUndoManager::WithdrawNewest()
+{
+    if (!m_undo.empty())
+        m_undo.pop_back();
+}
+
 void CUndoManager::Clear()
 {
     m_undo.clear();

@@ -25,6 +25,8 @@ public:
     bool Undo();
     /// Moves the newest redo command back, without the limit test, and runs it; false without one.
     bool Redo();
+    /// Forgets the newest undo command without running it: the change it stood for was given up.
+    void WithdrawNewest();
     void Clear();
 
     [[nodiscard]] const CEditCommand* PeekUndo() const

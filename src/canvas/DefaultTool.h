@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/Tool.h"
+
+/// Selects and moves objects.
+class CDefaultTool final : public CTool {
+public:
+    using CTool::CTool;
+
+    void Down(const MouseInput& input) override;
+    void Move(const MouseInput& input) override;
+    void Up(const MouseInput& input) override;
+    void Cancel() override;
+    [[nodiscard]] bool IsBusy() const override { return m_state != State::Idle; }
+    [[nodiscard]] CursorShape Cursor(Point documentPoint) const override;
+
+private:
+    /// Armed: a button went down on an object, nothing has moved yet.
+    enum class State { Idle, Armed, Moving };
+
+    State m_state = State::Idle;
+    Point m_last;
+    Point m_total;
+    bool m_wasModified = false;
+};

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/PixoluneView.h"
+
+#include "canvas/ToolFactory.h"
+#include "canvas/ViewPainting.h"
+
+CPixoluneView::CPixoluneView(CPixoluneDoc& document, IViewHost* host) : m_document(document), m_host(host)
+{
+    m_geometry.document = document.Canvas().Size();
+    for (int mode = 0; mode < kToolModeCount; ++mode)
+        m_tools[static_cast<size_t>(mode)] = CreateTool(static_cast<ToolMode>(mode), *this);
+    m_document.AddObserver(this);
+}
+
+CPixoluneView::~CPixoluneView()
+{
+    m_host = nullptr;
+    CancelDrag();
+    m_document.RemoveObserver(this);
+}
+
+void CPixoluneView::SetClientSize(Size client)
+{
+    m_geometry.client = client;
+    Relayout();
+}
+
+void CPixoluneView::SetScroll(Point scroll)
+{
+    const Point clamped = m_geometry.ClampedScroll(scroll);
+    if (clamped == m_geometry.scroll)
+        return;
+    m_geometry.scroll = clamped;
+    if (m_host != nullptr)
+        m_host->OnLayoutChanged();
+}
+
+void CPixoluneView::SetZoom(int zoom)
+{
+    if (!IsZoom(zoom) || zoom == m_geometry.zoom)
+        return;
+    m_geometry.zoom = zoom;
+    Relayout();
+}
+
+void CPixoluneView::SetZoomAt(int zoom, Point client)
+{
+    if (!IsZoom(zoom) || zoom == m_geometry.zoom)
+        return;
+    const Point kept = m_geometry.ToDocument(client);
+    m_geometry.zoom = zoom;
+    const Point canvas = m_geometry.ToCanvas(kept);
+    m_geometry.scroll = {AddClamped(canvas.x, -client.x), AddClamped(canvas.y, -client.y)};
+    Relayout();
+}
+
+void CPixoluneView::Relayout()
+{
+    m_geometry.document = m_document.Canvas().Size();
+    m_geometry.scroll = m_geometry.ClampedScroll(m_geometry.scroll);
+    if (m_host != nullptr)
+        m_host->OnLayoutChanged();
+}
+
+void CPixoluneView::SetMode(ToolMode mode)
+{
+    CancelDrag();
+    m_mode = mode;
+    TellCursor();
+    if (m_host != nullptr)
+        m_host->OnToolModeChanged();
+}
+
+void CPixoluneView::Press(const MouseInput& input)
+{
+    // A second button during a drag is not a new drag.
+    if (m_held != MouseButton::None)
+        return;
+    m_held = input.button;
+    m_pointer = input.client;
+    CurrentTool().Down(input);
+    TellCursor();
+}
+
+void CPixoluneView::Move(const MouseInput& input)
+{
+    m_pointer = input.client;
+    MouseInput held = input;
+    held.button = m_held;
+    CurrentTool().Move(held);
+    const Point point = m_geometry.ToDocument(input.client);
+    m_pointerText = Text(Str::PointerPosition, point.x, point.y);
+    if (m_host != nullptr)
+        m_host->OnPointerText(m_pointerText);
+    TellCursor();
+}
+
+void CPixoluneView::Release(const MouseInput& input)
+{
+    if (m_held == MouseButton::None || input.button != m_held)
+        return;
+    m_held = MouseButton::None;
+    m_pointer = input.client;
+    CurrentTool().Up(input);
+    TellCursor();
+}
+
+void CPixoluneView::DoubleClick(const MouseInput& input)
+{
+    m_pointer = input.client;
+    CurrentTool().DoubleClick(input);
+    TellCursor();
+}
+
+bool CPixoluneView::CancelDrag()
+{
+    const bool wasBusy = m_held != MouseButton::None || CurrentTool().IsBusy();
+    m_held = MouseButton::None;
+    CurrentTool().Cancel();
+    return wasBusy;
+}
+
+CursorShape CPixoluneView::Cursor() const
+{
+    return CurrentTool().Cursor(m_geometry.ToDocument(m_pointer));
+}
+
+void CPixoluneView::TellCursor() const
+{
+    if (m_host != nullptr)
+        m_host->OnCursorChanged(Cursor());
+}
+
+void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
+{
+    PaintSurroundings(target, area, m_geometry);
+    const Rect image = m_geometry.ImageInClient();
+    const Rect shown = image.Intersected(area);
+    if (!shown.IsEmpty()) {
+        const BitmapView part = target.Part(shown.Moved(-area.left, -area.top));
+        const Point origin{shown.left - image.left, shown.top - image.top};
+        PaintBackdrop(part, origin);
+        CompositeForDisplay(part, origin, m_document.Canvas(), m_geometry.zoom, m_floating);
+    }
+    PaintFrames(target, area);
+    CurrentTool().PaintFeedback(target, area);
+}
+
+void CPixoluneView::PaintFrames(const BitmapView& target, const Rect& area) const
+{
+    for (const Ref<CPicObject>& object : m_document.Canvas().objects) {
+        if (object->IsActive())
+            PaintFrame(target, area, m_geometry.ToClient(object->Rectangle()).Inflated(1));
+    }
+}
+
+void CPixoluneView::Invalidate(const Rect& client) const
+{
+    const Rect shown = client.Intersected(Rect::At({0, 0}, m_geometry.client));
+    if (m_host != nullptr && !shown.IsEmpty())
+        m_host->Invalidate(shown);
+}
+
+void CPixoluneView::InvalidateAll() const
+{
+    Invalidate(Rect::At({0, 0}, m_geometry.client));
+}
+
+void CPixoluneView::OnFrameChanged(const Rect& rect)
+{
+    if (!rect.IsEmpty())
+        InvalidateDocument(rect);
+}
+
+void CPixoluneView::OnObjectSelectionChanged()
+{
+    InvalidateAll();
+}
+
+void CPixoluneView::OnCanvasSizeChanged()
+{
+    Relayout();
+}

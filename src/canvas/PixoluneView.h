@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/Tool.h"
+#include "canvas/ToolMode.h"
+#include "canvas/ViewGeometry.h"
+#include "model/Compositing.h"
+#include "model/PixoluneDoc.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+
+/// The window that shows a view.
+class IViewHost {
+public:
+    virtual ~IViewHost() = default;
+    /// Client pixels to be painted again.
+    virtual void Invalidate(const Rect& /*client*/) {}
+    /// Scroll range or position changed; everything is to be painted again.
+    virtual void OnLayoutChanged() {}
+    /// The pointer's position for the status bar changed.
+    virtual void OnPointerText(const std::string& /*text*/) {}
+    virtual void OnToolModeChanged() {}
+    virtual void OnCursorChanged(CursorShape /*shape*/) {}
+};
+
+/// A document's canvas as one window shows it: zoom, scroll position, tool and selection. Mouse messages
+/// come in, invalidations go out; the picture is painted on demand. Knows no window system.
+class CPixoluneView final : public IDocumentObserver {
+public:
+    /// The view must go before its document; the host may be replaced or none.
+    explicit CPixoluneView(CPixoluneDoc& document, IViewHost* host = nullptr);
+    ~CPixoluneView() override;
+
+    [[nodiscard]] CPixoluneDoc& Document() const { return m_document; }
+    void SetHost(IViewHost* host) { m_host = host; }
+
+    // Geometry
+    [[nodiscard]] const ViewGeometry& Geometry() const { return m_geometry; }
+    void SetClientSize(Size client);
+    /// The nearest position inside the range is taken.
+    void SetScroll(Point scroll);
+    [[nodiscard]] int Zoom() const { return m_geometry.zoom; }
+    /// -8..-2 or 1..8; anything else is ignored.
+    void SetZoom(int zoom);
+    /// Keeps the document point under a client point where it is.
+    void SetZoomAt(int zoom, Point client);
+
+    // Tools
+    [[nodiscard]] ToolMode Mode() const { return m_mode; }
+    void SetMode(ToolMode mode);
+    [[nodiscard]] CTool& CurrentTool() const { return *m_tools[static_cast<size_t>(m_mode)]; }
+
+    // Mouse and keyboard
+    void Press(const MouseInput& input);
+    void Move(const MouseInput& input);
+    void Release(const MouseInput& input);
+    void DoubleClick(const MouseInput& input);
+    bool Key(ToolKey key) { return CurrentTool().Key(key); }
+    /// Gives up an unfinished drag; true when there was one.
+    bool CancelDrag();
+    [[nodiscard]] CursorShape Cursor() const;
+    /// " x=%d y=%d" of the last pointer position; empty before the first.
+    [[nodiscard]] const std::string& PointerText() const { return m_pointerText; }
+
+    // Painting
+    /// Paints the client rectangle `area` into `target`, which has its size; every pixel is set, alpha 255.
+    void Paint(const BitmapView& target, const Rect& area) const;
+    void Invalidate(const Rect& client) const;
+    void InvalidateDocument(const Rect& documentRect) const { Invalidate(m_geometry.Touched(documentRect)); }
+    void InvalidateAll() const;
+    /// A picture that a tool shows above an object while it works. The tool keeps it alive.
+    void SetFloating(const FloatingImage& floating) { m_floating = floating; }
+
+    void OnFrameChanged(const Rect& rect) override;
+    void OnObjectSelectionChanged() override;
+    void OnCanvasSizeChanged() override;
+
+private:
+    void Relayout();
+    void TellCursor() const;
+    void PaintFrames(const BitmapView& target, const Rect& area) const;
+
+    CPixoluneDoc& m_document;
+    IViewHost* m_host;
+    ViewGeometry m_geometry;
+    ToolMode m_mode = ToolMode::Default;
+    std::array<std::unique_ptr<CTool>, kToolModeCount> m_tools;
+    MouseButton m_held = MouseButton::None;
+    Point m_pointer;
+    std::string m_pointerText;
+    FloatingImage m_floating;
+};

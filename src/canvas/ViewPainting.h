@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/ViewGeometry.h"
+#include "platform/dib/PackedDib.h"
+
+/// The parts of the view that are not the picture. `target` shows the client rectangle `area`; what lies
+/// outside it is not drawn.
+
+/// The empty window and the 2-pixel border around the image.
+void PaintSurroundings(const BitmapView& target, const Rect& area, const ViewGeometry& geometry);
+
+/// The checkerboard that shows through transparent pixels. origin: the target's corner in the zoomed image,
+/// so that the pattern stays fixed to it while scrolling.
+void PaintBackdrop(const BitmapView& target, Point origin);
+
+/// A one-pixel frame along the inner edge of a client rectangle, black and white in turns, readable on every
+/// background.
+void PaintFrame(const BitmapView& target, const Rect& area, const Rect& frame);
