@@ -28,23 +28,23 @@ void CompositeInteger(const BitmapView& destination, Point destinationOrigin, CP
 
 /// A picture that floats above one object while a tool works on it.
 struct FloatingImage {
-    const CPackedDib* dib = nullptr;
+    CPackedDib* dib = nullptr; ///< changes only on the integer path
     Point position;
     uint8_t transparency = 0;
     const CPicObject* above = nullptr; ///< drawn right after this object, or last of all without one
 };
 
 /// Draws every visible object, bottom to top, onto an opaque background. Rows may be split over the
-/// processors.
+/// processors. The weighted path changes nothing but the destination.
 void CompositeForDisplay(const BitmapView& destination, Point destinationOrigin, const CObjectCanvas& canvas,
-                         int zoom, const FloatingImage& floating = {});
+                         int zoom, const FloatingImage& floating = {}, PixelPath path = ProbePixelPath());
 
 /// Draws a picture reduced or enlarged, as thumbnails are: destination pixel (x, y) takes source pixel
-/// ((x << 15) / scale - position.x, (y << 15) / scale - position.y). scale: 32768 is 1:1.
+/// ((x << 15) / scale - position.x, (y << 15) / scale - position.y), or the nearest one there is.
+/// scale: 32768 is 1:1. The two differ as CompositeWeighted and CompositeInteger do.
 void DrawScaledWeighted(const BitmapView& destination, const CPackedDib& source, Point position,
                         uint16_t scale);
-void DrawScaledInteger(const BitmapView& destination, const CPackedDib& source, Point position,
-                       uint16_t scale);
+void DrawScaledInteger(const BitmapView& destination, CPackedDib& source, Point position, uint16_t scale);
 
 /// Puts source over destination with straight alpha on both sides, in truncating integer arithmetic:
 /// A = 255 - (255 - D)(255 - s) / 255 and c = ((255 - s) * D * dst / 255 + s * src) / A, clamped, where s is

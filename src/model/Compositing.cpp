@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/Compositing.h"
+
+#include "model/IntegerPath.h"
+#include "model/LayerStack.h"
+#include "model/Placement.h"
+
+PixelPath ProbePixelPath()
+{
+    // Every processor this is built for has vector instructions.
+    return PixelPath::Weighted;
+}
+
+void CompositeWeighted(const BitmapView& destination, Point destinationOrigin, const CPackedDib& source,
+                       Point sourcePosition, uint8_t transparency, int zoom)
+{
+    const PictureLayer layer{
+        ViewOf(source), transparency,
+        Place(source.Size(), sourcePosition, zoom, destination.Extent(), destinationOrigin)};
+    DrawLayers(destination, {&layer, 1}, BlendRowWeighted);
+}
+
+void CompositeInteger(const BitmapView& destination, Point destinationOrigin, CPackedDib& source,
+                      Point sourcePosition, uint8_t transparency, int zoom)
+{
+    const Placement placement =
+        Place(source.Size(), sourcePosition, zoom, destination.Extent(), destinationOrigin);
+    const BitmapView pixels = ViewOf(source);
+    for (int y = placement.area.top; y < placement.area.bottom; ++y) {
+        uint8_t* row = destination.Row(y);
+        uint8_t* sourceRow = pixels.Row(placement.SourceY(y));
+        for (int x = placement.area.left; x < placement.area.right; ++x) {
+            uint8_t* pixel = sourceRow + ptrdiff_t{placement.SourceX(x)} * 4;
+            BlendPixelInteger(row + ptrdiff_t{x} * 4, pixel, pixel[3] - transparency);
+        }
+    }
+}
+
+void CompositeOver(const BitmapView& destination, Point destinationOrigin, const CPackedDib& source,
+                   Point sourcePosition, uint8_t transparency)
+{
+    const PictureLayer layer{
+        ViewOf(source), transparency,
+        Place(source.Size(), sourcePosition, 1, destination.Extent(), destinationOrigin)};
+    DrawLayers(destination, {&layer, 1}, BlendRowOver);
+}
+
+namespace {
+
+/// The pictures to draw, bottom to top; `add` takes each with its position and transparency.
+template <typename Add> void VisitPictures(const CObjectList& objects, const FloatingImage& floating, Add add)
+{
+    bool floatingDue = floating.dib != nullptr && !floating.dib->IsEmpty();
+    const auto addFloating = [&] { add(*floating.dib, floating.position, floating.transparency); };
+    for (const Ref<CPicObject>& object : objects) {
+        if (object->visible && object->image && !object->image->Dib().IsEmpty())
+            add(object->image->MutableDib(), Point{object->x, object->y}, object->transparency);
+        if (floatingDue && object.Get() == floating.above) {
+            addFloating();
+            floatingDue = false;
+        }
+    }
+    if (floatingDue)
+        addFloating();
+}
+
+} // namespace
+
+void CompositeForDisplay(const BitmapView& destination, Point destinationOrigin, const CObjectCanvas& canvas,
+                         int zoom, const FloatingImage& floating, PixelPath path)
+{
+    if (path == PixelPath::Integer) {
+        VisitPictures(canvas.objects, floating, [&](CPackedDib& dib, Point position, uint8_t transparency) {
+            CompositeInteger(destination, destinationOrigin, dib, position, transparency, zoom);
+        });
+        return;
+    }
+    std::vector<PictureLayer> layers;
+    VisitPictures(canvas.objects, floating, [&](const CPackedDib& dib, Point position, uint8_t transparency) {
+        layers.push_back({ViewOf(dib), transparency,
+                          Place(dib.Size(), position, zoom, destination.Extent(), destinationOrigin)});
+    });
+    DrawLayers(destination, layers, BlendRowWeighted);
+}
