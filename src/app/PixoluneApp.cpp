@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/PixoluneApp.h"
+
+#include "document/NewDocument.h"
+
+CPixoluneApp::CPixoluneApp(IUserInterface& ui, IClipboard& clipboard)
+    : m_services{m_settings, ui, clipboard, m_names}
+{
+}
+
+CPixoluneDoc* CPixoluneApp::NewDocument()
+{
+    auto document = std::make_unique<CPixoluneDoc>(m_services);
+    if (!InitializeNewDocument(*document))
+        return nullptr;
+    document->SetNewTitle("Untitled " + std::to_string(m_nextNewTitle++));
+    m_documents.push_back(std::move(document));
+    return m_documents.back().get();
+}
+
+void CPixoluneApp::CloseDocument(CPixoluneDoc* document)
+{
+    std::erase_if(m_documents,
+                  [&](const std::unique_ptr<CPixoluneDoc>& open) { return open.get() == document; });
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/commands/CommandFamilies.h"
+
+namespace {
+
+using enum CommandId;
+
+constexpr CommandRow kRows[] = {
+    {FileNew, "File", 0, "&New...", "Create a new document", "New", "Ctrl+N", "file-new", HasShell, nullptr,
+     RunInShell},
+    {FileOpen, "File", 0, "&Open...", "Open an existing document", "Open", "Ctrl+O", "open", HasShell,
+     nullptr, RunInShell},
+    {FileClose, "File", 0, "&Close", "Close the active document", "Close", "Ctrl+W", "close",
+     HasShellAndDocument, nullptr, RunInShell},
+    {FileSave, "File", 1, "&Save", "Save the active document", "Save", "Ctrl+S", "save", HasShellAndDocument,
+     nullptr, RunInShell},
+    {FileSaveAs, "File", 1, "Save As &Document...", "Save the active document with a new name", "Save As",
+     "Ctrl+Shift+S", "save-as", HasShellAndDocument, nullptr, RunInShell},
+    {FileExit, "File", 9, "E&xit", "Quit the application; prompts to save documents", "Exit", "Ctrl+Q", "",
+     HasShell, nullptr, RunInShell},
+};
+
+} // namespace
+
+std::span<const CommandRow> FileCommands()
+{
+    return kRows;
+}

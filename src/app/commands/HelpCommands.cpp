@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/commands/CommandFamilies.h"
+
+namespace {
+
+using enum CommandId;
+
+constexpr CommandRow kRows[] = {
+    {HelpAbout, "Help", 1, "&About Pixolune...", "Display program information, version number and copyright",
+     "About", "", "about", HasShell, nullptr, RunInShell},
+};
+
+} // namespace
+
+std::span<const CommandRow> HelpCommands()
+{
+    return kRows;
+}
