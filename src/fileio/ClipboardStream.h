@@ -24,5 +24,4 @@ struct PastedPicture {
 [[nodiscard]] std::vector<uint8_t> BuildClipboardStream(std::span<const CopiedPicture> pictures);
 
 /// Reads such a stream; none when it is not valid or ends early.
-[[nodiscard]] std::optional<std::vector<PastedPicture>>
-ParseClipboardStream(std::span<const uint8_t> stream);
+[[nodiscard]] std::optional<std::vector<PastedPicture>> ParseClipboardStream(std::span<const uint8_t> stream);

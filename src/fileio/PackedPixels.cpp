@@ -93,8 +93,10 @@ CPackedDib UnpackPixels(std::span<const uint8_t>& packed, uint32_t width, uint32
     }
     CPackedDib dib =
         CPackedDib::Create(static_cast<int>(width), static_cast<int>(height), static_cast<int>(bitCount));
+    if (dib.IsEmpty())
+        return {};
     CHeapBlock scratch = CHeapBlock::Allocate(4 * (size_t{width} + kRowSlack));
-    if (dib.IsEmpty() || scratch.IsEmpty())
+    if (scratch.IsEmpty())
         return {};
     if (bitCount == 32)
         UnpackWords(channels, dib, scratch.Bytes());
