@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/codec/CodecSupport.h"
+
+#include "platform/codec/Image.h"
+#include "platform/io/AtomicFile.h"
+#include "platform/io/FileBytes.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <random>
+#include <sstream>
+
+std::vector<CorpusFile> CorpusFiles(const std::vector<std::string>& formats)
+{
+    std::ifstream manifest(std::filesystem::path(PIXOLUNE_CORPUS) / "manifest.tsv");
+    std::vector<CorpusFile> files;
+    std::string line;
+    while (std::getline(manifest, line)) {
+        std::istringstream cells(line);
+        std::string width;
+        std::string height;
+        std::string count;
+        CorpusFile file;
+        for (std::string* cell :
+             {&file.path, &file.format, &width, &height, &count, &file.expect, &file.truth, &file.compare})
+            std::getline(cells, *cell, '\t');
+        file.width = std::atoi(width.c_str());
+        file.height = std::atoi(height.c_str());
+        if (std::find(formats.begin(), formats.end(), file.format) != formats.end())
+            files.push_back(file);
+    }
+    return files;
+}
+
+CPackedDib LoadPicture(const std::filesystem::path& path)
+{
+    using Loader = CPackedDib (*)(const std::filesystem::path&, IProgress*);
+    static const std::map<std::string, Loader> kLoaders = {{".png", CImage::LoadPNGFile}};
+    std::string extension = path.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(), ::tolower);
+    const auto found = kLoaders.find(extension);
+    return found == kLoaders.end() ? CPackedDib() : found->second(path, nullptr);
+}
+
+CPackedDib LoadBytes(std::span<const uint8_t> bytes, const std::filesystem::path& path)
+{
+    return WriteFileAtomically(path, bytes) ? LoadPicture(path) : CPackedDib();
+}
+
+std::vector<uint8_t> FileContent(const std::filesystem::path& path)
+{
+    const std::optional<CHeapBlock> block = ReadFileBytes(path);
+    return block ? std::vector<uint8_t>(block->Bytes().begin(), block->Bytes().end())
+                 : std::vector<uint8_t>();
+}
+
+CPackedDib MixedPicture(int width, int height)
+{
+    CPackedDib dib = RandomDib(width, height, 11);
+    for (int y = height / 3; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            uint8_t* pixel = dib.Row(y) + ptrdiff_t{x} * 4;
+            if (y < height / 3 * 2) {
+                const uint8_t gradient[] = {static_cast<uint8_t>(x), static_cast<uint8_t>(y),
+                                            static_cast<uint8_t>(x + y), static_cast<uint8_t>(255 - x)};
+                std::copy_n(gradient, 4, pixel);
+            } else {
+                std::fill_n(pixel, 4, static_cast<uint8_t>(x / 40));
+            }
+        }
+    }
+    return dib;
+}
