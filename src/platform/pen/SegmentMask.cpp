@@ -57,13 +57,15 @@ public:
         Clip(low, high, m_alongY / m_norm, -py * m_alongX / m_norm, -radius, radius);
         if (low > high)
             return {left, left};
-        int from = std::max(left, static_cast<int>(std::floor((low + m_originX) / 2)) - 1);
-        int to = std::min(right, static_cast<int>(std::ceil((high + m_originX) / 2)) + 2);
+        int from =
+            static_cast<int>(std::max(static_cast<double>(left), std::floor((low + m_originX) / 2) - 1));
+        int to =
+            static_cast<int>(std::min(static_cast<double>(right), std::ceil((high + m_originX) / 2) + 2));
         while (from < to && DistanceOutside(from, y) > reach)
             ++from;
         while (from < to && DistanceOutside(to - 1, y) > reach)
             --to;
-        return {from, to};
+        return {from, std::max(from, to)};
     }
 
 private:
