@@ -14,6 +14,12 @@ namespace {
 
 constexpr png_uint_32 kMaxSide = 1 << 24;
 
+/// The library asks for compressed bytes in portions of this size and gives up when a portion is cut off, so
+/// of a truncated file it is asked for small ones.
+constexpr size_t kPortion = 1 << 16;
+constexpr size_t kTruncatedPortion = 16;
+constexpr size_t kEndChunkBytes = 12;
+
 [[noreturn]] void OnError(png_structp png, png_const_charp)
 {
     png_longjmp(png, 1);
@@ -30,6 +36,12 @@ void ReadData(png_structp png, png_bytep data, size_t size)
     std::memcpy(data, bytes.data(), size);
 }
 
+bool EndsWithEndChunk(std::span<const uint8_t> file)
+{
+    return file.size() >= kEndChunkBytes &&
+           std::memcmp(file.data() + file.size() - kEndChunkBytes + 4, "IEND", 4) == 0;
+}
+
 /// Runs library calls that report failure by jumping out of them. Nothing in `step` may need destruction.
 template <class Step> bool Guarded(png_structp png, const Step& step)
 {
@@ -42,7 +54,8 @@ template <class Step> bool Guarded(png_structp png, const Step& step)
 class CPngDecoder {
 public:
     explicit CPngDecoder(std::span<const uint8_t> file)
-        : m_source(file), m_png(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning)),
+        : m_source(file), m_isTruncated(!EndsWithEndChunk(file)),
+          m_png(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning)),
           m_info(m_png != nullptr ? png_create_info_struct(m_png) : nullptr)
     {
     }
@@ -55,6 +68,7 @@ public:
     {
         if (m_info == nullptr || !Guarded(m_png, [this] {
                 png_set_read_fn(m_png, &m_source, ReadData);
+                png_set_compression_buffer_size(m_png, m_isTruncated ? kTruncatedPortion : kPortion);
                 png_set_user_limits(m_png, kMaxSide, kMaxSide);
                 // Texts, profiles and the like are not read; wrong checksums do not spoil a picture.
                 png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
@@ -102,6 +116,7 @@ public:
 
 private:
     CByteReader m_source;
+    bool m_isTruncated;
     png_structp m_png;
     png_infop m_info;
 };

@@ -2,7 +2,6 @@
 #include "platform/codec/CodecSupport.h"
 
 #include "platform/codec/Image.h"
-#include "platform/io/AtomicFile.h"
 #include "platform/io/FileBytes.h"
 
 #include <algorithm>
@@ -37,7 +36,8 @@ std::vector<CorpusFile> CorpusFiles(const std::vector<std::string>& formats)
 CPackedDib LoadPicture(const std::filesystem::path& path)
 {
     using Loader = CPackedDib (*)(const std::filesystem::path&, IProgress*);
-    static const std::map<std::string, Loader> kLoaders = {{".png", CImage::LoadPNGFile}};
+    static const std::map<std::string, Loader> kLoaders = {
+        {".png", CImage::LoadPNGFile}, {".jpg", CImage::LoadJPGFile}, {".jpeg", CImage::LoadJPGFile}};
     std::string extension = path.extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(), ::tolower);
     const auto found = kLoaders.find(extension);
@@ -46,7 +46,9 @@ CPackedDib LoadPicture(const std::filesystem::path& path)
 
 CPackedDib LoadBytes(std::span<const uint8_t> bytes, const std::filesystem::path& path)
 {
-    return WriteFileAtomically(path, bytes) ? LoadPicture(path) : CPackedDib();
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return LoadPicture(path);
 }
 
 std::vector<uint8_t> FileContent(const std::filesystem::path& path)

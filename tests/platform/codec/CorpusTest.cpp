@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/codec/CodecSupport.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+const std::vector<std::string> kFormats = {"jpg", "png"};
+
+/// Compares the way the manifest's column says: channels, exact or le<n> or lossy.
+testing::AssertionResult Matches(const CPackedDib& dib, const CPackedDib& truth, const std::string& compare)
+{
+    if (dib.Size() != truth.Size() || dib.BitCount() != 32)
+        return testing::AssertionFailure() << "other size";
+    const bool isLossy = compare.find("lossy") != std::string::npos;
+    const size_t bound = compare.find("le");
+    const int limit = isLossy ? 16 : bound == std::string::npos ? 0 : compare[bound + 2] - '0';
+    const int channels = compare.starts_with("RGBA") ? 4 : 3;
+    int64_t above = 0;
+    int64_t sum = 0;
+    for (int y = 0; y < dib.Height(); ++y) {
+        for (int x = 0; x < dib.Width(); ++x) {
+            const uint8_t* got = dib.Row(y) + ptrdiff_t{x} * 4;
+            const uint8_t* expected = truth.Row(y) + ptrdiff_t{x} * 4;
+            const bool bothClear = channels == 4 && got[3] == 0 && expected[3] == 0;
+            for (int channel = 0; channel < channels && !bothClear; ++channel) {
+                const int difference = std::abs(int{got[channel]} - int{expected[channel]});
+                sum += difference;
+                above += difference > limit ? 1 : 0;
+                if (difference > limit && !isLossy)
+                    return testing::AssertionFailure()
+                           << "x " << x << " y " << y << " channel " << channel << ": " << int{got[channel]}
+                           << " for " << int{expected[channel]};
+            }
+        }
+    }
+    const int64_t samples = int64_t{dib.Width()} * dib.Height() * channels;
+    if (sum > 2 * samples || above * 100 > samples)
+        return testing::AssertionFailure()
+               << "mean difference " << static_cast<double>(sum) / static_cast<double>(samples)
+               << ", far off " << above << " of " << samples;
+    return testing::AssertionSuccess();
+}
+
+} // namespace
+
+TEST(Corpus, LoadsAsExpected)
+{
+    REQUIRE_CORPUS(folder, "");
+    for (const CorpusFile& file : CorpusFiles(kFormats)) {
+        SCOPED_TRACE(file.path);
+        const CPackedDib dib = LoadPicture(folder / file.path);
+        if (file.expect != "either") {
+            EXPECT_EQ(dib.IsEmpty(), file.expect == "must-fail");
+        }
+        if (dib.IsEmpty())
+            continue;
+        EXPECT_EQ(dib.Width(), file.width);
+        EXPECT_EQ(dib.Height(), file.height);
+        if (file.truth != "-") {
+            EXPECT_TRUE(Matches(dib, LoadPicture(folder / file.truth), file.compare));
+        }
+    }
+}
+
+TEST(Corpus, TruncatedFilesLoadInPartOrFail)
+{
+    REQUIRE_CORPUS(folder, "");
+    const CTemporaryFolder temporary;
+    int loaded = 0;
+    for (const char* name :
+         {"jpg/turbo-420.jpg", "jpg/tower-progressive.jpg", "png/basn2c16.png", "png/basi3p04.png"}) {
+        SCOPED_TRACE(name);
+        const std::vector<uint8_t> whole = FileContent(folder / name);
+        const CPackedDib complete = LoadPicture(folder / name);
+        const std::filesystem::path path =
+            temporary.File("cut" + std::filesystem::path(name).extension().string());
+        for (size_t step = 0; step < 60; ++step) {
+            // Every byte of the headers, then spread over the rest.
+            const size_t size = step < 20 ? step * 6 : whole.size() * (step - 20) / 40;
+            SCOPED_TRACE(size);
+            const CPackedDib part = LoadBytes(std::span(whole).first(std::min(size, whole.size())), path);
+            if (part.IsEmpty())
+                continue;
+            EXPECT_EQ(part.Size(), complete.Size());
+            ++loaded;
+        }
+        // Nearly whole: something must be there.
+        EXPECT_FALSE(LoadBytes(std::span(whole).first(whole.size() * 9 / 10), path).IsEmpty());
+    }
+    EXPECT_GT(loaded, 0);
+}
