@@ -7,6 +7,7 @@
 CPixoluneView::CPixoluneView(CPixoluneDoc& document, IViewHost* host) : m_document(document), m_host(host)
 {
     m_geometry.document = document.Canvas().Size();
+    m_selection->view = this;
     for (int mode = 0; mode < kToolModeCount; ++mode)
         m_tools[static_cast<size_t>(mode)] = CreateTool(static_cast<ToolMode>(mode), *this);
     m_document.AddObserver(this);
@@ -17,6 +18,7 @@ CPixoluneView::~CPixoluneView()
     m_host = nullptr;
     CancelDrag();
     m_document.RemoveObserver(this);
+    m_selection->view = nullptr;
 }
 
 void CPixoluneView::SetClientSize(Size client)
@@ -69,6 +71,24 @@ void CPixoluneView::SetMode(ToolMode mode)
     TellCursor();
     if (m_host != nullptr)
         m_host->OnToolModeChanged();
+}
+
+void CPixoluneView::SetSelection(CRegion region)
+{
+    InvalidateDocument(m_selection->region.Bounds());
+    m_selection->region = std::move(region);
+    InvalidateDocument(m_selection->region.Bounds());
+    TellCursor();
+}
+
+Rect CPixoluneView::VisibleDocumentRect() const
+{
+    const Rect shown = m_geometry.ImageInClient().Intersected(Rect::At({0, 0}, m_geometry.client));
+    if (shown.IsEmpty())
+        return {};
+    const Point corner = m_geometry.ToDocument(shown.Corner());
+    const Point last = m_geometry.ToDocument(Point{shown.right - 1, shown.bottom - 1});
+    return {corner.x, corner.y, last.x + 1, last.y + 1};
 }
 
 void CPixoluneView::Press(const MouseInput& input)

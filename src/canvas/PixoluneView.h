@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "canvas/SelectionState.h"
 #include "canvas/Tool.h"
 #include "canvas/ToolMode.h"
 #include "canvas/ViewGeometry.h"
@@ -53,6 +54,16 @@ public:
     void SetMode(ToolMode mode);
     [[nodiscard]] CTool& CurrentTool() const { return *m_tools[static_cast<size_t>(m_mode)]; }
 
+    // Selection
+    /// The selected pixels of the document; empty: nothing is selected.
+    [[nodiscard]] const CRegion& Selection() const { return m_selection->region; }
+    /// Installs a region, which may reach outside the document, and repaints its outline.
+    void SetSelection(CRegion region);
+    /// What selection commands hold.
+    [[nodiscard]] const Ref<CSelectionState>& SharedSelection() const { return m_selection; }
+    /// The document pixels that the window shows.
+    [[nodiscard]] Rect VisibleDocumentRect() const;
+
     // Mouse and keyboard
     void Press(const MouseInput& input);
     void Move(const MouseInput& input);
@@ -92,4 +103,5 @@ private:
     Point m_pointer;
     std::string m_pointerText;
     FloatingImage m_floating;
+    Ref<CSelectionState> m_selection = MakeShared<CSelectionState>();
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/commands/CommandFamilies.h"
+#include "canvas/ClipboardCommands.h"
 
 namespace {
 
@@ -42,11 +43,32 @@ std::string RedoText(const CommandContext& context)
                                 : std::string(Text(Str::CantRedo));
 }
 
+template <bool (*command)(CPixoluneView&)> bool OnView(CommandContext& context)
+{
+    context.view->CancelDrag();
+    return command(*context.view);
+}
+
+bool CanPaste(const CommandContext& context)
+{
+    return HasView(context) && context.app.Services().clipboard.HasContents();
+}
+
 constexpr CommandRow kRows[] = {
     {EditUndo, "Edit", 0, "&Undo", "Undo the last action", "Undo", "Ctrl+Z", "undo", CanUndo, nullptr, Undo,
      UndoText},
     {EditRedo, "Edit", 0, "&Redo", "Redo the previously undone action", "Redo", "Ctrl+Y; Ctrl+Shift+Z",
      "redo", CanRedo, nullptr, Redo, RedoText},
+    {EditCut, "Edit", 1, "Cu&t", "Cut the selection and put it on the Clipboard", "Cut",
+     "Ctrl+X; Shift+Delete", "cut", HasView, nullptr, OnView<Cut>},
+    {EditCopy, "Edit", 1, "&Copy", "Copy the selection and put it on the Clipboard", "Copy",
+     "Ctrl+C; Ctrl+Insert", "copy", HasView, nullptr, OnView<Copy>},
+    {EditCopyMerged, "Edit", 1, "Copy &Merged", "Copy the frame as one picture and put it on the Clipboard",
+     "Copy Merged", "Ctrl+Shift+C", "", HasView, nullptr, OnView<CopyMerged>},
+    {EditPaste, "Edit", 1, "&Paste", "Insert Clipboard contents", "Paste", "Ctrl+V; Shift+Insert", "paste",
+     CanPaste, nullptr, OnView<Paste>},
+    {EditDelete, "Edit", 1, "&Delete", "Erase the selection", "Delete", "Delete", "delete", HasView, nullptr,
+     OnView<Delete>},
     {EditPreferences, "Edit", 9, "Pre&ferences...", "Changes the settings of the program", "Preferences",
      "Ctrl+,", "preferences", HasShell, nullptr, RunInShell},
 };

@@ -12,6 +12,7 @@
 struct ClipboardOffer {
     std::function<std::vector<uint8_t>()> privateStream; ///< this program's own form
     std::function<CPackedDib()> picture;                 ///< one 32-bit picture for other programs
+    std::vector<Point> origins;                          ///< corners of the stream's pictures on their canvas
 };
 
 /// The clipboard: the window system's, or one that is private to a run of the command line.
@@ -24,6 +25,8 @@ public:
     [[nodiscard]] virtual std::optional<std::vector<uint8_t>> PrivateStream() const = 0;
     /// A picture put there by another program, 32 bits per pixel; empty when there is none.
     [[nodiscard]] virtual CPackedDib Picture() const = 0;
+    /// Where the stream's pictures came from, in its order; empty when another process put them there.
+    [[nodiscard]] virtual std::vector<Point> Origins() const { return {}; }
     /// Whether either form is there, without fetching it.
     [[nodiscard]] virtual bool HasContents() const = 0;
 };
@@ -34,6 +37,7 @@ public:
     bool Offer(ClipboardOffer offer) override;
     [[nodiscard]] std::optional<std::vector<uint8_t>> PrivateStream() const override;
     [[nodiscard]] CPackedDib Picture() const override;
+    [[nodiscard]] std::vector<Point> Origins() const override { return m_offer.origins; }
     [[nodiscard]] bool HasContents() const override;
 
 private:
