@@ -19,7 +19,9 @@ option(PIXOLUNE_SANITIZE "Build with the address and undefined-behaviour sanitiz
 add_library(pixolune_options INTERFACE)
 target_include_directories(pixolune_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(pixolune_options INTERFACE
-  -Wall -Wextra -Wconversion -Wshadow -Werror)
+  -Wall -Wextra -Wconversion -Wshadow -Werror
+  # Results are exact to the last bit: no product may be fused into a sum.
+  -ffp-contract=off)
 if(PIXOLUNE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
     -fno-omit-frame-pointer -O1)

@@ -24,7 +24,7 @@ size_t BitsOffset(const DibHeader& header)
 
 } // namespace
 
-CPackedDib CPackedDib::Allocate(const DibHeader& header)
+CPackedDib CPackedDib::Allocate(const DibHeader& header, BlockContent content)
 {
     CPackedDib dib;
     const int64_t width = header.width;
@@ -34,7 +34,7 @@ CPackedDib CPackedDib::Allocate(const DibHeader& header)
         return dib;
     const size_t offset = BitsOffset(header);
     const auto rowBytes = static_cast<size_t>(DibStride(width, header.bitCount) * height);
-    dib.m_block = CHeapBlock::Allocate(offset + rowBytes, offset);
+    dib.m_block = CHeapBlock::Allocate(offset + rowBytes, offset, content);
     if (dib.m_block.IsEmpty())
         return dib;
     dib.m_bitsOffset = offset;
@@ -70,11 +70,20 @@ CPackedDib CPackedDib::CreateWithMasks(int width, int height, int bitCount, uint
     return dib;
 }
 
+CPackedDib CPackedDib::CreateForOverwrite(int width, int height)
+{
+    DibHeader header;
+    header.width = width;
+    header.height = height;
+    header.bitCount = 32;
+    return Allocate(header, BlockContent::Undefined);
+}
+
 CPackedDib CPackedDib::Duplicate() const
 {
     if (IsEmpty())
         return {};
-    CPackedDib copy = Allocate(Header());
+    CPackedDib copy = Allocate(Header(), BlockContent::Undefined);
     if (!copy.IsEmpty())
         std::memcpy(copy.m_block.Data(), m_block.Data(), m_block.Size());
     return copy;

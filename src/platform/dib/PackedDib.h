@@ -67,6 +67,8 @@ public:
     {
         return Create(width, height, 32);
     }
+    /// 32 bits per pixel whose pixels hold anything until the caller has written every one of them.
+    [[nodiscard]] static CPackedDib CreateForOverwrite(int width, int height);
 
     /// Byte for byte the same; empty when memory runs out.
     [[nodiscard]] CPackedDib Duplicate() const;
@@ -100,7 +102,8 @@ public:
 
 private:
     [[nodiscard]] size_t RowOffset(int y) const { return static_cast<size_t>(Height() - 1 - y) * Stride(); }
-    [[nodiscard]] static CPackedDib Allocate(const DibHeader& header);
+    [[nodiscard]] static CPackedDib Allocate(const DibHeader& header,
+                                             BlockContent content = BlockContent::Zeroes);
 
     CHeapBlock m_block;
     size_t m_bitsOffset = 0;

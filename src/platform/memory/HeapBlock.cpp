@@ -45,13 +45,14 @@ CHeapBlock& CHeapBlock::operator=(CHeapBlock&& other) noexcept
     return *this;
 }
 
-CHeapBlock CHeapBlock::Allocate(size_t bytes, size_t alignedOffset)
+CHeapBlock CHeapBlock::Allocate(size_t bytes, size_t alignedOffset, BlockContent content)
 {
     CHeapBlock block;
     if (bytes > SIZE_MAX - 2 * kAlignment || !AllocationMayProceed())
         return block;
     // calloc gets large blocks as untouched zero pages: nothing is written until it is used.
-    block.m_allocation = std::calloc(bytes + kAlignment, 1);
+    block.m_allocation = content == BlockContent::Zeroes ? std::calloc(bytes + kAlignment, 1)
+                                                         : std::malloc(bytes + kAlignment);
     if (block.m_allocation == nullptr)
         return block;
     const auto address = reinterpret_cast<uintptr_t>(block.m_allocation) + alignedOffset;

@@ -5,7 +5,13 @@
 #include <cstdint>
 #include <span>
 
-/// One zero-filled heap block that its holder owns alone. Asking for memory can fail: the result is
+/// What a new block holds.
+enum class BlockContent {
+    Zeroes,
+    Undefined, ///< for who writes every byte: filling first would be another pass over the memory
+};
+
+/// One heap block that its holder owns alone. Asking for memory can fail: the result is
 /// then empty, and nothing is thrown.
 class CHeapBlock {
 public:
@@ -16,9 +22,10 @@ public:
     CHeapBlock(const CHeapBlock&) = delete;
     CHeapBlock& operator=(const CHeapBlock&) = delete;
 
-    /// A block of `bytes` zeroes whose byte `alignedOffset` stands on a 64-byte boundary, so that
+    /// A block of `bytes` bytes whose byte `alignedOffset` stands on a 64-byte boundary, so that
     /// vector loads of what begins there do not cross cache lines. Empty when memory runs out.
-    [[nodiscard]] static CHeapBlock Allocate(size_t bytes, size_t alignedOffset = 0);
+    [[nodiscard]] static CHeapBlock Allocate(size_t bytes, size_t alignedOffset = 0,
+                                             BlockContent content = BlockContent::Zeroes);
 
     [[nodiscard]] bool IsEmpty() const { return m_data == nullptr; }
     [[nodiscard]] uint8_t* Data() { return m_data; }
