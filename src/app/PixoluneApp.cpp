@@ -2,6 +2,7 @@
 #include "app/PixoluneApp.h"
 
 #include "document/NewDocument.h"
+#include "fileio/DocumentFiles.h"
 
 CPixoluneApp::CPixoluneApp(IUserInterface& ui, IClipboard& clipboard)
     : m_services{m_settings, ui, clipboard, m_names}
@@ -14,6 +15,15 @@ CPixoluneDoc* CPixoluneApp::NewDocument()
     if (!InitializeNewDocument(*document))
         return nullptr;
     document->SetNewTitle("Untitled " + std::to_string(m_nextNewTitle++));
+    m_documents.push_back(std::move(document));
+    return m_documents.back().get();
+}
+
+CPixoluneDoc* CPixoluneApp::OpenDocument(const std::filesystem::path& path)
+{
+    auto document = std::make_unique<CPixoluneDoc>(m_services);
+    if (!OpenIntoDocument(*document, path))
+        return nullptr;
     m_documents.push_back(std::move(document));
     return m_documents.back().get();
 }

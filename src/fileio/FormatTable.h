@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "model/ObjectCanvas.h"
+#include "platform/Services.h"
+#include "platform/ui/UserInterface.h"
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// Fills an empty canvas from a file. Objects come visible unless the file says otherwise, and without a
+/// name unless it gives them one. False when the file cannot be loaded.
+using FileReader = bool (*)(CObjectCanvas& canvas, const std::filesystem::path& path, AppServices& services);
+
+/// One row a file format.
+struct FormatRow {
+    std::string_view name;       ///< as file dialogs and the command line show it
+    std::string_view extensions; ///< upper case, separated by blanks; the first one is the usual one
+    FileReader read;
+};
+
+/// All formats that can be opened, in the order in which extensions are compared.
+[[nodiscard]] std::span<const FormatRow> FormatTable();
+
+/// The format of a path: by the text after its last ".", whatever its case. None without one.
+[[nodiscard]] const FormatRow* FindFormat(const std::filesystem::path& path);
