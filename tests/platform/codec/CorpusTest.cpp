@@ -6,7 +6,7 @@
 
 namespace {
 
-const std::vector<std::string> kFormats = {"jpg", "png"};
+const std::vector<std::string> kFormats = {"bmp", "jpg", "pcx", "png", "tga"};
 
 /// Compares the way the manifest's column says: channels, exact or le<n> or lossy.
 testing::AssertionResult Matches(const CPackedDib& dib, const CPackedDib& truth, const std::string& compare)
@@ -69,8 +69,9 @@ TEST(Corpus, TruncatedFilesLoadInPartOrFail)
     REQUIRE_CORPUS(folder, "");
     const CTemporaryFolder temporary;
     int loaded = 0;
-    for (const char* name :
-         {"jpg/turbo-420.jpg", "jpg/tower-progressive.jpg", "png/basn2c16.png", "png/basi3p04.png"}) {
+    for (const char* name : {"jpg/turbo-420.jpg", "jpg/tower-progressive.jpg", "png/basn2c16.png",
+                             "png/basi3p04.png", "bmp/suite-pal4rle.bmp", "bmp/suite-rgb16-565.bmp",
+                             "tga/200x32-rgb-bottom-rle.tga", "pcx/rose-4planes.pcx"}) {
         SCOPED_TRACE(name);
         const std::vector<uint8_t> whole = FileContent(folder / name);
         const CPackedDib complete = LoadPicture(folder / name);
