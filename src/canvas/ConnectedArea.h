@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/PixelMatch.h"
+#include "platform/memory/HeapBlock.h"
+
+#include <cstdint>
+#include <span>
+
+/// Some pixels of a picture, one bit each.
+class CPixelSet {
+public:
+    /// No pixel yet. IsEmpty() when memory runs out.
+    [[nodiscard]] static CPixelSet Create(Size size);
+
+    [[nodiscard]] bool IsEmpty() const { return m_block.IsEmpty(); }
+    [[nodiscard]] ::Size Size() const { return m_size; }
+    [[nodiscard]] std::span<uint64_t> Row(int y) { return {Words() + Offset(y), m_wordsPerRow}; }
+    [[nodiscard]] std::span<const uint64_t> Row(int y) const
+    {
+        return {reinterpret_cast<const uint64_t*>(m_block.Data()) + Offset(y), m_wordsPerRow};
+    }
+
+private:
+    [[nodiscard]] uint64_t* Words() { return reinterpret_cast<uint64_t*>(m_block.Data()); }
+    [[nodiscard]] size_t Offset(int y) const { return static_cast<size_t>(y) * m_wordsPerRow; }
+
+    ::Size m_size;
+    size_t m_wordsPerRow = 0;
+    CHeapBlock m_block;
+};
+
+/// The pixels that can be reached from `seed`, itself included whether it matches or not, by steps to the
+/// pixel above, below, left or right that match and lie in the region (empty: everywhere).
+/// seed: inside the picture. Empty when memory runs out.
+///
+/// Whole words of 64 pixels are filled at once, in blocks of 64 rows that are matched when they are first
+/// reached and visited again as long as their neighbours hand them new pixels. Cost: the matched blocks, and
+/// less than one step for every run of pixels.
+[[nodiscard]] CPixelSet FindConnected(const CPackedDib& dib, const PixelRange& range, Point seed,
+                                      const CRegion& clip);
