@@ -17,8 +17,11 @@ bool ReadNative(CObjectCanvas& canvas, const std::filesystem::path& path, AppSer
 
 constexpr FormatRow kRows[] = {
     {"Pixolune document", "PXD", ReadNative},
+    {"Windows bitmap", "BMP DIB", ReadSinglePicture<CImage::LoadBmpFile>},
     {"JPEG picture", "JPG JPEG", ReadSinglePicture<CImage::LoadJPGFile>},
+    {"PC Paintbrush picture", "PCX", ReadSinglePicture<CImage::LoadPCXFile>},
     {"PNG picture", "PNG", ReadSinglePicture<CImage::LoadPNGFile>},
+    {"Targa picture", "TGA", ReadSinglePicture<CImage::LoadTGAFile>},
 };
 
 std::string UpperCased(std::string_view text)
