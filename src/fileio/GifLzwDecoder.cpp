@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fileio/GifLzwDecoder.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cassert>
+#include <cstring>
+#include <numeric>
+
+namespace {
+
+constexpr uint32_t kTableSize = 4096;
+constexpr uint32_t kWidestCode = 12;
+constexpr size_t kCopyBytes = 16;
+
+/// Codes of one to twelve bits, least significant bit first.
+class CBitReader {
+public:
+    explicit CBitReader(std::span<const uint8_t> bytes) : m_next(bytes.data()), m_bits(bytes.size() * 8) {}
+
+    [[nodiscard]] bool Read(uint32_t width, uint32_t& code)
+    {
+        if (m_bits < width)
+            return false;
+        m_bits -= width;
+        if (m_held < width) {
+            // Whole bytes that fit behind the held bits; bits that do not fit are loaded again.
+            uint64_t word = 0;
+            std::memcpy(&word, m_next, sizeof word);
+            if constexpr (std::endian::native == std::endian::big)
+                word = __builtin_bswap64(word);
+            m_word |= word << m_held;
+            const uint32_t taken = (63 - m_held) / 8;
+            m_next += taken;
+            m_held += taken * 8;
+        }
+        code = static_cast<uint32_t>(m_word) & ((1U << width) - 1);
+        m_word >>= width;
+        m_held -= width;
+        return true;
+    }
+
+private:
+    const uint8_t* m_next;
+    uint64_t m_bits; ///< not read yet
+    uint64_t m_word = 0;
+    uint32_t m_held = 0; ///< valid bits of the word; those above are part of what is loaded again
+};
+
+/// A string of indices: where it stands and how long it is.
+struct LzwString {
+    const uint8_t* begin = nullptr;
+    uint32_t length = 0;
+};
+
+constexpr std::array<uint8_t, 256 + kCopyBytes> kSingles = [] {
+    std::array<uint8_t, 256 + kCopyBytes> singles{};
+    for (size_t index = 0; index < singles.size(); ++index)
+        singles[index] = static_cast<uint8_t>(index);
+    return singles;
+}();
+
+/// Copies in steps of kCopyBytes; what is written beyond the string is overwritten later.
+void CopyString(const LzwString& string, uint8_t* to)
+{
+    const uint8_t* from = string.begin;
+    size_t at = 0;
+    do {
+        uint8_t part[kCopyBytes];
+        std::memcpy(part, from + at, kCopyBytes);
+        std::memcpy(to + at, part, kCopyBytes);
+        at += kCopyBytes;
+    } while (at < string.length);
+}
+
+} // namespace
+
+std::optional<size_t> DecodeGifLzw(std::span<const uint8_t> codes, int minimumCodeSize, uint8_t* indices,
+                                   size_t wanted)
+{
+    assert(minimumCodeSize >= kMinLzwCodeSize && minimumCodeSize <= kMaxLzwCodeSize);
+    const uint32_t clear = 1U << minimumCodeSize;
+    const uint32_t end = clear + 1;
+    const auto firstWidth = static_cast<uint32_t>(minimumCodeSize) + 1;
+
+    std::array<LzwString, kTableSize> table;
+    for (uint32_t code = 0; code < clear; ++code)
+        table[code] = {kSingles.data() + code, 1};
+
+    CBitReader reader(codes);
+    uint32_t width = firstWidth;
+    uint32_t next = clear + 2;
+    LzwString previous; // of length 0 where a new table begins
+    bool wasCleared = false;
+    uint8_t* out = indices;
+    uint8_t* const outEnd = indices + wanted;
+    uint32_t code = 0;
+    while (out < outEnd && reader.Read(width, code) && code != end) {
+        if (code == clear) {
+            width = firstWidth;
+            next = clear + 2;
+            previous = {};
+            wasCleared = true;
+            continue;
+        }
+        if (previous.length == 0) {
+            if (code >= clear) {
+                if (wasCleared)
+                    return std::nullopt;
+                break;
+            }
+            *out = static_cast<uint8_t>(code);
+            previous = {out++, 1};
+            continue;
+        }
+        if (code > next)
+            break;
+        if (next < kTableSize) {
+            table[next] = {previous.begin, previous.length + 1};
+            if (++next == 1U << width && width < kWidestCode)
+                ++width;
+        } else if (code == next) {
+            break;
+        }
+        const LzwString string = table[code];
+        CopyString(string, out);
+        // The newest entry ends with the sample that begins this very string.
+        out[string.length - 1] = string.begin[string.length - 1];
+        previous = {out, string.length};
+        out += string.length;
+    }
+    return static_cast<size_t>(std::min(out, outEnd) - indices);
+}
