@@ -37,9 +37,9 @@ CPackedDib LoadPicture(const std::filesystem::path& path)
 {
     using Loader = CPackedDib (*)(const std::filesystem::path&, IProgress*);
     static const std::map<std::string, Loader> kLoaders = {
-        {".png", CImage::LoadPNGFile}, {".jpg", CImage::LoadJPGFile}, {".jpeg", CImage::LoadJPGFile},
-        {".bmp", CImage::LoadBmpFile}, {".dib", CImage::LoadBmpFile}, {".tga", CImage::LoadTGAFile},
-        {".pcx", CImage::LoadPCXFile}};
+        {".png", CImage::LoadPNGFile}, {".jpg", CImage::LoadJPGFile},  {".jpeg", CImage::LoadJPGFile},
+        {".bmp", CImage::LoadBmpFile}, {".dib", CImage::LoadBmpFile},  {".tga", CImage::LoadTGAFile},
+        {".pcx", CImage::LoadPCXFile}, {".tif", CImage::LoadTIFFFile}, {".tiff", CImage::LoadTIFFFile}};
     std::string extension = path.extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(), ::tolower);
     const auto found = kLoaders.find(extension);

@@ -6,7 +6,7 @@
 
 namespace {
 
-const std::vector<std::string> kFormats = {"bmp", "jpg", "pcx", "png", "tga"};
+const std::vector<std::string> kFormats = {"bmp", "jpg", "pcx", "png", "tga", "tif"};
 
 /// Compares the way the manifest's column says: channels, exact or le<n> or lossy.
 testing::AssertionResult Matches(const CPackedDib& dib, const CPackedDib& truth, const std::string& compare)
@@ -69,9 +69,10 @@ TEST(Corpus, TruncatedFilesLoadInPartOrFail)
     REQUIRE_CORPUS(folder, "");
     const CTemporaryFolder temporary;
     int loaded = 0;
-    for (const char* name : {"jpg/turbo-420.jpg", "jpg/tower-progressive.jpg", "png/basn2c16.png",
-                             "png/basi3p04.png", "bmp/suite-pal4rle.bmp", "bmp/suite-rgb16-565.bmp",
-                             "tga/200x32-rgb-bottom-rle.tga", "pcx/rose-4planes.pcx"}) {
+    for (const char* name :
+         {"jpg/turbo-420.jpg", "jpg/tower-progressive.jpg", "png/basn2c16.png", "png/basi3p04.png",
+          "bmp/suite-pal4rle.bmp", "bmp/suite-rgb16-565.bmp", "tga/200x32-rgb-bottom-rle.tga",
+          "pcx/rose-4planes.pcx", "tif/flower-planar.tif", "tif/commons-jpeg-tiles.tiff"}) {
         SCOPED_TRACE(name);
         const std::vector<uint8_t> whole = FileContent(folder / name);
         const CPackedDib complete = LoadPicture(folder / name);
@@ -87,8 +88,10 @@ TEST(Corpus, TruncatedFilesLoadInPartOrFail)
             EXPECT_EQ(part.Size(), complete.Size());
             ++loaded;
         }
-        // Nearly whole: something must be there.
-        EXPECT_FALSE(LoadBytes(std::span(whole).first(whole.size() * 9 / 10), path).IsEmpty());
+        // Nearly whole, something must be there; the directory of a TIFF file often is its end.
+        if (path.extension() != ".tif" && path.extension() != ".tiff") {
+            EXPECT_FALSE(LoadBytes(std::span(whole).first(whole.size() * 9 / 10), path).IsEmpty());
+        }
     }
     EXPECT_GT(loaded, 0);
 }
