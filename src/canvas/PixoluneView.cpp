@@ -75,10 +75,34 @@ void CPixoluneView::SetMode(ToolMode mode)
 
 void CPixoluneView::SetSelection(CRegion region)
 {
-    InvalidateDocument(m_selection->region.Bounds());
+    Invalidate(OutlineInClient());
     m_selection->region = std::move(region);
-    InvalidateDocument(m_selection->region.Bounds());
+    m_outline.Build(m_selection->region);
+    m_outlineOffset = {};
+    Invalidate(OutlineInClient());
     TellCursor();
+}
+
+void CPixoluneView::SetOutlineOffset(Point offset)
+{
+    Invalidate(OutlineInClient());
+    m_outlineOffset = offset;
+    Invalidate(OutlineInClient());
+}
+
+void CPixoluneView::AdvanceOutline()
+{
+    if (m_outline.IsEmpty())
+        return;
+    m_outlinePhase = (m_outlinePhase + 1) % CSelectionOutline::kPeriod;
+    Invalidate(OutlineInClient());
+}
+
+Rect CPixoluneView::OutlineInClient() const
+{
+    const CRegion& region = m_selection->region;
+    return region.IsEmpty() ? Rect()
+                            : m_geometry.Touched(region.Bounds()).Moved(m_outlineOffset.x, m_outlineOffset.y);
 }
 
 Rect CPixoluneView::VisibleDocumentRect() const
@@ -163,6 +187,7 @@ void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
         CompositeForDisplay(part, origin, m_document.Canvas(), m_geometry.zoom, m_floating);
     }
     PaintFrames(target, area);
+    m_outline.Paint(target, area, m_geometry, m_outlineOffset, m_outlinePhase);
     CurrentTool().PaintFeedback(target, area);
 }
 

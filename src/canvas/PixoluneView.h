@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "canvas/SelectionOutline.h"
 #include "canvas/SelectionState.h"
 #include "canvas/Tool.h"
 #include "canvas/ToolMode.h"
@@ -59,6 +60,10 @@ public:
     [[nodiscard]] const CRegion& Selection() const { return m_selection->region; }
     /// Installs a region, which may reach outside the document, and repaints its outline.
     void SetSelection(CRegion region);
+    /// Shows the outline away from its place, in canvas pixels, while the selection is dragged.
+    void SetOutlineOffset(Point offset);
+    /// Lets the dashes of the outline wander one pixel on; the window calls it from a timer.
+    void AdvanceOutline();
     /// What selection commands hold.
     [[nodiscard]] const Ref<CSelectionState>& SharedSelection() const { return m_selection; }
     /// The document pixels that the window shows.
@@ -92,6 +97,8 @@ public:
 private:
     void Relayout();
     void TellCursor() const;
+    /// Client pixels that the outline covers where it is shown.
+    [[nodiscard]] Rect OutlineInClient() const;
     void PaintFrames(const BitmapView& target, const Rect& area) const;
 
     CPixoluneDoc& m_document;
@@ -104,4 +111,7 @@ private:
     std::string m_pointerText;
     FloatingImage m_floating;
     Ref<CSelectionState> m_selection = MakeShared<CSelectionState>();
+    CSelectionOutline m_outline;
+    Point m_outlineOffset;
+    int m_outlinePhase = 0;
 };

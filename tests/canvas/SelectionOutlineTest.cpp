@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/SelectionOutline.h"
+
+#include "support/TestPictures.h"
+
+namespace {
+
+/// A comb, a hole, an island that touches only by a corner, and a gap between bands.
+CRegion JaggedRegion()
+{
+    CRegion region({2, 1, 14, 9});
+    EXPECT_TRUE(region.Subtract(CRegion({4, 3, 7, 5})));
+    EXPECT_TRUE(region.Subtract(CRegion({10, 6, 11, 9})));
+    EXPECT_TRUE(region.Unite(CRegion({14, 9, 16, 10})));
+    EXPECT_TRUE(region.Unite(CRegion({0, 12, 3, 13})));
+    return region;
+}
+
+TEST(SelectionOutline, CoversExactlyThePixelsInsideThatHaveAnEdge)
+{
+    const CRegion region = JaggedRegion();
+    CSelectionOutline outline;
+    outline.Build(region);
+    for (const int zoom : {1, 2, 5}) {
+        SCOPED_TRACE(zoom);
+        const ViewGeometry geometry{{20, 14}, zoom, {20 * zoom + 4, 14 * zoom + 4}, {0, 0}};
+        const Rect area{0, 0, geometry.client.width, geometry.client.height};
+        CPackedDib picture = CPackedDib::Create(area.Width(), area.Height(), 32);
+        outline.Paint(ViewOf(picture), area, geometry, {0, 0}, 0);
+        const auto isInside = [&](int x, int y) {
+            // Margin pixels map to document pixel 0 by truncation, so the margin is told apart first.
+            return x >= 2 && y >= 2 && region.Contains(geometry.ToDocument(Point{x, y}));
+        };
+        for (int y = 0; y < area.bottom; ++y) {
+            for (int x = 0; x < area.right; ++x) {
+                const bool atEdge = isInside(x, y) && !(isInside(x - 1, y) && isInside(x + 1, y) &&
+                                                        isInside(x, y - 1) && isInside(x, y + 1));
+                ASSERT_EQ(PixelOf(picture, x, y) != 0, atEdge) << x << ' ' << y;
+            }
+        }
+    }
+}
+
+} // namespace
