@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/FormatTable.h"
 
+#include "fileio/GifReader.h"
 #include "fileio/NativeFile.h"
 #include "fileio/SinglePicture.h"
 #include "platform/codec/Image.h"
@@ -10,18 +11,27 @@
 
 namespace {
 
+/// A reader that needs nothing but a progress control.
+template <bool (*Load)(CObjectCanvas&, const std::filesystem::path&, IProgress*)>
+bool ReadObjects(CObjectCanvas& canvas, const std::filesystem::path& path, AppServices& services)
+{
+    return Load(canvas, path, &services.ui);
+}
+
 bool ReadNative(CObjectCanvas& canvas, const std::filesystem::path& path, AppServices& services)
 {
     return LoadNativeFile(canvas, path, services.ui);
 }
 
 constexpr FormatRow kRows[] = {
+    {"GIF animation", "GIF", ReadObjects<LoadGifFile>},
     {"Pixolune document", "PXD", ReadNative},
     {"Windows bitmap", "BMP DIB", ReadSinglePicture<CImage::LoadBmpFile>},
     {"JPEG picture", "JPG JPEG", ReadSinglePicture<CImage::LoadJPGFile>},
     {"PC Paintbrush picture", "PCX", ReadSinglePicture<CImage::LoadPCXFile>},
     {"PNG picture", "PNG", ReadSinglePicture<CImage::LoadPNGFile>},
     {"Targa picture", "TGA", ReadSinglePicture<CImage::LoadTGAFile>},
+    {"TIFF picture", "TIF TIFF", ReadSinglePicture<CImage::LoadTIFFFile>},
 };
 
 std::string UpperCased(std::string_view text)

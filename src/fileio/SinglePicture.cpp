@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/SinglePicture.h"
 
+#include "fileio/LoadedPicture.h"
 #include "model/DibOperations.h"
 
 bool AdoptSinglePicture(CObjectCanvas& canvas, CPackedDib dib)
@@ -15,8 +16,6 @@ bool AdoptSinglePicture(CObjectCanvas& canvas, CPackedDib dib)
     canvas.height = dib.Height();
     canvas.backgroundIndex = 0;
     canvas.transparentIndex = 0;
-    auto object = MakeShared<CPicObject>(MakeShared<CRasterImage>(std::move(dib), std::string()));
-    object->visible = true;
-    canvas.objects.Append(std::move(object));
+    AppendPicture(canvas, std::move(dib));
     return true;
 }
