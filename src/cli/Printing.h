@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "model/ObjectCanvas.h"
+
+#include <cstdint>
+#include <string>
+
+/// The lines in which scripts and `info` describe a document.
+
+/// "canvas W H parameter P background B delay D transparent T control C descriptor I objects N"
+[[nodiscard]] std::string CanvasLine(const CObjectCanvas& canvas);
+/// "K X Y W H visible=V locked=L selected=S transparency=T "NAME""
+[[nodiscard]] std::string ObjectLine(size_t index, const CPicObject& object);
+/// "R G B A" of a pixel with alpha in the high byte.
+[[nodiscard]] std::string PixelLine(uint32_t pixel);
