@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imageops/GrayDib.h"
 
-#include "platform/parallel/RowBands.h"
+#include "platform/parallel/PictureBands.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "imageops/GrayDib.cpp"
@@ -61,19 +61,7 @@ constexpr int kPixelsPerMicrosecond = 800;
 
 CPackedDib GrayDib(const CPackedDib& dib)
 {
-    if (dib.IsEmpty())
-        return {};
-    CPackedDib gray = CPackedDib::CreateForOverwrite(dib.Width(), dib.Height());
-    if (gray.IsEmpty())
-        return {};
-    const auto grayRow = HWY_DYNAMIC_DISPATCH(GrayRow);
-    ForRowBands(dib.Height(), BandRows(dib.Width(), kPixelsPerMicrosecond), [&](int begin, int end) {
-        for (int y = begin; y < end; ++y) {
-            grayRow(reinterpret_cast<const uint32_t*>(dib.Row(y)), reinterpret_cast<uint32_t*>(gray.Row(y)),
-                    static_cast<size_t>(dib.Width()));
-        }
-    });
-    return gray;
+    return MapPictureRows(dib, kPixelsPerMicrosecond, HWY_DYNAMIC_DISPATCH(GrayRow));
 }
 
 #endif

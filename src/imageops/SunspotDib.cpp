@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imageops/SunspotDib.h"
+
+#include "platform/parallel/PictureBands.h"
+#include "platform/parallel/RowBands.h"
+
+#include <algorithm>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "imageops/SunspotDib.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+#ifndef PIXOLUNE_SPOT
+#define PIXOLUNE_SPOT
+namespace {
+
+/// Distances are whole pixels; their squares are exact in double precision.
+struct Spot {
+    int column = 0;
+    int row = 0; ///< from the top
+    double farthestSquare = 0;
+    double brightness = 0;
+};
+
+} // namespace
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace {
+namespace HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+template <typename D>
+HWY_INLINE void LightenPixels(D doubles, const Spot& spot, double rowSquare, size_t x,
+                              const uint32_t* HWY_RESTRICT source, uint32_t* HWY_RESTRICT result)
+{
+    const hn::Rebind<uint32_t, D> words;
+    const hn::Rebind<int32_t, D> integers;
+    const auto distance = hn::Sub(hn::PromoteTo(doubles, hn::Iota(integers, static_cast<int32_t>(x))),
+                                  hn::Set(doubles, static_cast<double>(spot.column)));
+    const auto square = hn::Add(hn::Mul(distance, distance), hn::Set(doubles, rowSquare));
+    const auto share = hn::Sub(hn::Set(doubles, 1.0), hn::Div(square, hn::Set(doubles, spot.farthestSquare)));
+    const auto delta =
+        hn::BitCast(words, hn::DemoteTo(integers, hn::Mul(share, hn::Set(doubles, spot.brightness))));
+    const auto pixel = hn::LoadU(words, source + x);
+    const auto byteMask = hn::Set(words, 255);
+    const auto lightened = [&](auto channel) {
+        return hn::Min(hn::Add(hn::And(channel, byteMask), delta), byteMask);
+    };
+    const auto blue = lightened(pixel);
+    const auto green = hn::ShiftLeft<8>(lightened(hn::ShiftRight<8>(pixel)));
+    const auto red = hn::ShiftLeft<16>(lightened(hn::ShiftRight<16>(pixel)));
+    const auto alpha = hn::AndNot(hn::Set(words, 0xFFFFFF), pixel);
+    hn::StoreU(hn::Or(hn::Or(blue, green), hn::Or(red, alpha)), words, result + x);
+}
+
+void LightenRow(const Spot& spot, int y, const uint32_t* HWY_RESTRICT source, size_t pixels,
+                uint32_t* HWY_RESTRICT lightened)
+{
+    const hn::ScalableTag<double> doubles;
+    const size_t lanes = hn::Lanes(doubles);
+    const double rowDistance = y - spot.row;
+    const double rowSquare = rowDistance * rowDistance;
+    size_t x = 0;
+    for (; x + lanes <= pixels; x += lanes)
+        LightenPixels(doubles, spot, rowSquare, x, source, lightened);
+    for (; x < pixels; ++x)
+        LightenPixels(hn::CappedTag<double, 1>(), spot, rowSquare, x, source, lightened);
+}
+
+} // namespace HWY_NAMESPACE
+} // namespace
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace {
+
+HWY_EXPORT(LightenRow);
+constexpr int kPixelsPerMicrosecond = 500;
+
+Spot SpotOn(Size size, int horizontalPos, int verticalPos, int brightness)
+{
+    Spot spot;
+    const int right = size.width - 1;
+    const int bottom = size.height - 1;
+    spot.column = static_cast<int>(int64_t{right} * std::clamp(horizontalPos, 0, 100) / 100);
+    spot.row = static_cast<int>((1.0 - std::clamp(verticalPos, 0, 100) * 0.01) * bottom);
+    spot.brightness = std::clamp(brightness, 0, 255);
+    const double across = std::max(spot.column, right - spot.column);
+    const double along = std::max(spot.row, bottom - spot.row);
+    spot.farthestSquare = across * across + along * along;
+    // Of a single pixel every distance is 0: any divisor above 0 gives it the full brightness.
+    if (spot.farthestSquare == 0)
+        spot.farthestSquare = 1;
+    return spot;
+}
+
+} // namespace
+
+CPackedDib SunspotDib(const CPackedDib& dib, int horizontalPos, int verticalPos, int brightness)
+{
+    if (dib.IsEmpty())
+        return {};
+    const Spot spot = SpotOn(dib.Size(), horizontalPos, verticalPos, brightness);
+    const auto lightenRow = HWY_DYNAMIC_DISPATCH(LightenRow);
+    const auto lightenRows = [&](CPackedDib& lightened, int begin, int end) {
+        for (int y = begin; y < end; ++y)
+            lightenRow(spot, y, PixelRow(dib, y), static_cast<size_t>(dib.Width()), PixelRow(lightened, y));
+        return true;
+    };
+    return MakePictureInBands(dib.Size(), BandRows(dib.Width(), kPixelsPerMicrosecond), lightenRows);
+}
+
+#endif
