@@ -1,12 +1,12 @@
 # pixolune_layer(NAME [LINKS target...] [PRIVATE_LINKS target...])
 #
 # A layer of the program: every source below the current folder, except its
-# ui/ and undo/ sub-folders, which are layers of their own.
+# ui/, undo/ and paint/ sub-folders, which are layers of their own.
 function(pixolune_layer name)
   cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS
     ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
-  list(FILTER sources EXCLUDE REGEX "^${CMAKE_CURRENT_SOURCE_DIR}/(ui|undo)/")
+  list(FILTER sources EXCLUDE REGEX "^${CMAKE_CURRENT_SOURCE_DIR}/(ui|undo|paint)/")
   list(FILTER sources EXCLUDE REGEX "/[Mm]ain\\.cpp$")
   if(NOT sources)
     add_library(${name} INTERFACE)
