@@ -3,6 +3,8 @@
 
 #include "platform/codec/PngWriter.h"
 
+#include <algorithm>
+
 namespace {
 
 bool WriteDib(const std::filesystem::path& path, const CPackedDib& dib, PngColour colour)
@@ -30,4 +32,23 @@ bool ExportView(const CPixoluneView& view, const std::filesystem::path& path)
         return false;
     view.Paint(ViewOf(shown), Rect::At({0, 0}, client));
     return WriteDib(path, shown, PngColour::Rgb);
+}
+
+bool ExportSelection(const CPixoluneView& view, const std::filesystem::path& path)
+{
+    const Size size = view.Document().Canvas().Size();
+    CPackedDib mask = CPackedDib::Create(size.width, size.height, 8);
+    if (mask.IsEmpty())
+        return false;
+    for (int y = 0; y < size.height; ++y) {
+        VisitRow(view.Selection(), y, 0, size.width, [row = mask.Row(y)](int left, int right) {
+            std::fill(row + left, row + right, uint8_t{255});
+        });
+    }
+    const PngPicture picture{.top = mask.Row(0),
+                             .stride = -static_cast<ptrdiff_t>(mask.Stride()),
+                             .width = size.width,
+                             .height = size.height,
+                             .colour = PngColour::Grey};
+    return WritePng(path, picture);
 }

@@ -13,3 +13,5 @@
 [[nodiscard]] bool ExportPicture(const CPicObject& object, const std::filesystem::path& path);
 /// The client area of the view's window, without alpha.
 [[nodiscard]] bool ExportView(const CPixoluneView& view, const std::filesystem::path& path);
+/// The selection as 8-bit grey of the document's size: 255 inside, 0 outside.
+[[nodiscard]] bool ExportSelection(const CPixoluneView& view, const std::filesystem::path& path);

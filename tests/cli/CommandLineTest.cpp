@@ -33,7 +33,7 @@ struct Ended {
 };
 
 Ended Call(const std::vector<std::string>& arguments, const std::string& input = {},
-          ISettingsStore* store = nullptr)
+           ISettingsStore* store = nullptr)
 {
     std::istringstream in(input);
     std::ostringstream out;

@@ -35,6 +35,9 @@ constexpr StatementRow kRows[] = {
      Needs::Document, ExportObject},
     {"export-view", "PATH", "Writes what the view's window shows as a PNG picture.", Needs::Document,
      Export<ExportView>},
+    {"export-selection", "PATH",
+     "Writes the selection as a grey PNG picture of the document's size, white inside.", Needs::Document,
+     Export<ExportSelection>},
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/statements/StatementFamilies.h"
 #include "document/ObjectOperations.h"
+#include "document/SizeEntry.h"
 
 #include <algorithm>
 #include <array>
@@ -23,17 +24,14 @@ constexpr std::array<CommandId, 4> kAlignCommands{AlignLeft, AlignRight, AlignTo
 constexpr std::array<std::string_view, 3> kAxes{"horizontally", "vertically", "both"};
 constexpr std::array<CommandId, 3> kCenterCommands{CenterHorizontally, CenterVertically, CenterBoth};
 
-/// The largest width or height that the Resize Image dialog takes for a side of this length.
-int LargestSide(int current)
-{
-    return std::max(2000, current);
-}
-
 Outcome Resize(CSession& session, CArguments& arguments)
 {
     const Size now = session.Canvas().Size();
-    const int width = arguments.Integer("W", 1, LargestSide(now.width));
-    const int height = arguments.Integer("H", 1, LargestSide(now.height));
+    const CSizeEntry entry({std::max(now.width, 1), std::max(now.height, 1)});
+    const CSizeEntry::Range widths = entry.PixelWidthRange();
+    const CSizeEntry::Range heights = entry.PixelHeightRange();
+    const int width = arguments.Integer("W", widths.minimum, widths.maximum);
+    const int height = arguments.Integer("H", heights.minimum, heights.maximum);
     if (!arguments.Finish())
         return Outcome::ScriptError;
     ResizeCanvas(session.Document(), {width, height});

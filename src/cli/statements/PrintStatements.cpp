@@ -51,6 +51,18 @@ void PrintMenu(CSession& session)
     PrintMenuItem(session, "redo-item", CommandId::EditRedo);
 }
 
+void PrintSelection(CSession& session)
+{
+    const CRegion& region = session.View().Selection();
+    if (region.IsEmpty()) {
+        session.Output() << "selection none\n";
+        return;
+    }
+    const Rect& bounds = region.Bounds();
+    session.Output() << "selection " << bounds.left << ' ' << bounds.top << ' ' << bounds.right << ' '
+                     << bounds.bottom << " pixels " << region.Area() << '\n';
+}
+
 void PrintStatus(CSession& session)
 {
     session.Output() << Quoted(session.View().PointerText()) << '\n';
@@ -98,6 +110,8 @@ constexpr StatementRow kRows[] = {
      "Prints the names of the undo list, oldest first, then of the redo list, the next one first.",
      Needs::Document, Print<PrintHistory>},
     {"print menu", "", "Prints the Undo and Redo items of the Edit menu.", Needs::Document, Print<PrintMenu>},
+    {"print selection", "", "Prints the bounds of the selection and its number of pixels.", Needs::Document,
+     Print<PrintSelection>},
     {"print pixel", "X Y", "Prints red, green, blue and alpha of the frame.", Needs::Document, PrintPixel},
     {"print object-pixel", "K X Y", "Prints red, green, blue and alpha of an object's own picture.",
      Needs::Document, PrintObjectPixel},
