@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <jpeglib.h>
-
 #include <csetjmp>
+// The library's header needs these two before it.
+// clang-format off
 #include <cstddef>
 #include <cstdio>
+#include <jpeglib.h>
+// clang-format on
 
 /// The JPEG library's way to fail: it prints nothing and jumps back to GuardedJpegCalls.
 class CJpegFailure {

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/codec/PngWriter.h"
 
+#include "platform/codec/AlphaBytes.h"
 #include "platform/codec/DeflateJoint.h"
+#include "platform/codec/PictureWriters.h"
 #include "platform/codec/PngFilter.h"
+#include "platform/codec/SaveOptions.h"
 #include "platform/io/AtomicFile.h"
 
 #include <libdeflate.h>
@@ -199,6 +202,13 @@ template <class Sink> bool PutFile(const PngPicture& picture, std::span<const Ba
     return putChunk("IEND", {}, {}, {});
 }
 
+bool PutPicture(CAtomicFile& file, const PngPicture& picture, IProgress* progress)
+{
+    const std::vector<Band> bands = CompressPicture(picture, progress);
+    return !bands.empty() &&
+           PutFile(picture, bands, [&](std::span<const uint8_t> part) { return file.Write(part); });
+}
+
 } // namespace
 
 PngPicture PngPictureOf(const ConstBitmapView& view, PngColour colour)
@@ -231,8 +241,15 @@ CHeapBlock EncodePng(const PngPicture& picture, IProgress* progress)
 bool WritePng(const std::filesystem::path& path, const PngPicture& picture, IProgress* progress)
 {
     CAtomicFile file(path);
-    const std::vector<Band> bands = file.IsOpen() ? CompressPicture(picture, progress) : std::vector<Band>();
-    return !bands.empty() &&
-           PutFile(picture, bands, [&](std::span<const uint8_t> part) { return file.Write(part); }) &&
-           file.Commit();
+    return file.IsOpen() && PutPicture(file, picture, progress) && file.Commit();
+}
+
+/// Without alpha where that says nothing.
+bool PutPng(CAtomicFile& file, const CPackedDib& dib, uint32_t option, IProgress* progress)
+{
+    if (dib.BitCount() != 32)
+        return false;
+    PngPicture picture = PngPictureOf(ViewOf(dib), IsOpaque(dib) ? PngColour::Rgb : PngColour::Rgba);
+    picture.background = PngOptions::Of(option).background;
+    return PutPicture(file, picture, progress);
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/codec/AlphaBytes.h"
 #include "platform/codec/Image.h"
 #include "platform/codec/RowProgress.h"
 #include "platform/codec/SampleMasks.h"
-#include "platform/codec/UnstatedAlpha.h"
 #include "platform/io/ByteReader.h"
 #include "platform/io/FileBytes.h"
 
