@@ -103,6 +103,28 @@ constexpr StringRow kRows[] = {
     {UndoInvert, "Undo Invert"},
     {UndoMoveSelection, "Undo Move Selection"},
     {PointerPosition, " x=%d y=%d"},
+    {MoreColors, "More..."},
+    {DoNotAskAgain, "&Do not ask again"},
+    {Width, "Width:"},
+    {Height, "Height:"},
+    {NewImage, "New Image"},
+    {ImageDimension, "Image dimension"},
+    {Appearance, "Appearance"},
+    {SimpleColor, "Simple color"},
+    {Transparent, "Transparent"},
+    {Preferences, "Preferences"},
+    {Maintain, "Maintain"},
+    {LevelsOfUndoRedo, "levels of Undo/Redo"},
+    {HandlingPsdLayers, "Handling PSD Layers"},
+    {ImportLayersAsObjects, "Import these layers as objects"},
+    {ImportCompositeAsFrame, "Import composite image or the first  layer as a single frame"},
+    {DefaultBackgroundColor, "Default Background Color"},
+    {DefaultBackgroundColorNote,
+     "  When a transparent picture is exported to an unsupported transparency image file,the "
+     "transparent area will be filled by following color. "},
+    {About, "About %s"},
+    {AboutPurpose, "A desktop editor for still and animated raster pictures."},
+    {AboutLicence, "Free software under the GNU General Public License, version 3 or later."},
 };
 
 constexpr bool RowsStandInOrder()

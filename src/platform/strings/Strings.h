@@ -97,6 +97,30 @@ enum class Str {
     UndoMoveSelection,
     // Status bar
     PointerPosition,
+    // Several dialogs
+    MoreColors,
+    DoNotAskAgain,
+    Width,
+    Height,
+    // New Image
+    NewImage,
+    ImageDimension,
+    Appearance,
+    SimpleColor,
+    Transparent,
+    // Preferences
+    Preferences,
+    Maintain,
+    LevelsOfUndoRedo,
+    HandlingPsdLayers,
+    ImportLayersAsObjects,
+    ImportCompositeAsFrame,
+    DefaultBackgroundColor,
+    DefaultBackgroundColorNote,
+    // About
+    About,
+    AboutPurpose,
+    AboutLicence,
     Count
 };
 

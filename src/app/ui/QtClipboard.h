@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/clipboard/Clipboard.h"
+
+/// The window system's clipboard. What is offered is made when somebody asks for it.
+class CQtClipboard final : public IClipboard {
+public:
+    bool Offer(ClipboardOffer offer) override;
+    [[nodiscard]] std::optional<std::vector<uint8_t>> PrivateStream() const override;
+    [[nodiscard]] CPackedDib Picture() const override;
+    [[nodiscard]] bool HasContents() const override;
+};

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ui/QtUserInterface.h"
+
+#include "app/ui/StatusBar.h"
+#include "platform/ui/QtText.h"
+
+#include <QCheckBox>
+#include <QMessageBox>
+
+void CQtUserInterface::Attach(QWidget* window, CStatusBar* statusBar)
+{
+    m_window = window;
+    m_statusBar = statusBar;
+}
+
+void CQtUserInterface::ShowMessage(const std::string& text)
+{
+    QMessageBox box(QMessageBox::Warning, ToQString(Str::ApplicationTitle), ToQString(text), QMessageBox::Ok,
+                    m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+bool CQtUserInterface::AskYesNo(const std::string& question)
+{
+    if (m_settledQuestions.contains(question))
+        return true;
+    QMessageBox box(QMessageBox::Question, ToQString(Str::ApplicationTitle), ToQString(question),
+                    QMessageBox::Yes | QMessageBox::No, m_window);
+    box.setTextFormat(Qt::PlainText);
+    auto* settle = new QCheckBox(ToQString(Str::DoNotAskAgain), &box);
+    box.setCheckBox(settle);
+    const bool yes = box.exec() == QMessageBox::Yes;
+    if (yes && settle->isChecked())
+        m_settledQuestions.insert(question);
+    return yes;
+}
+
+void CQtUserInterface::SetStatusText(const std::string& text)
+{
+    if (m_statusBar)
+        m_statusBar->SetPrompt(ToQString(text));
+}
+
+void CQtUserInterface::SetPosition(int percent)
+{
+    if (m_statusBar)
+        m_statusBar->SetProgress(percent);
+}

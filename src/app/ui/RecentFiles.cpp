@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ui/RecentFiles.h"
+
+#include <QSettings>
+
+namespace {
+
+constexpr QLatin1String kKey("Recent/Files");
+
+} // namespace
+
+QStringList CRecentFiles::Paths() const
+{
+    return m_configuration.value(kKey).toStringList();
+}
+
+void CRecentFiles::Add(const QString& path)
+{
+    QStringList paths = Paths();
+    paths.removeAll(path);
+    paths.prepend(path);
+    m_configuration.setValue(kKey, QStringList(paths.mid(0, kMaxFiles)));
+}
+
+void CRecentFiles::Remove(const QString& path)
+{
+    QStringList paths = Paths();
+    if (paths.removeAll(path) > 0)
+        m_configuration.setValue(kKey, paths);
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/geometry/Geometry.h"
+
+#include <QElapsedTimer>
+#include <QStatusBar>
+#include <string>
+
+class QLabel;
+class QProgressBar;
+
+/// The main window's status bar: prompt, progress of a long operation, pointer position, canvas size and
+/// zoom.
+class CStatusBar final : public QStatusBar {
+    Q_OBJECT
+
+public:
+    explicit CStatusBar(QWidget* parent = nullptr);
+
+    void SetPrompt(const QString& text);
+    /// 0 to 100; the bar is only seen in between. Keeps the window painted during a long operation without
+    /// taking any input.
+    void SetProgress(int percent);
+    void SetPointerText(const QString& text);
+    /// zoom as views count it: 2 is twice the size, -2 half of it.
+    void SetCanvas(Size size, int zoom);
+    /// No document is open.
+    void ClearCanvas();
+
+    [[nodiscard]] QString Prompt() const;
+    [[nodiscard]] QString PointerText() const;
+
+private:
+    QLabel* m_prompt;
+    QProgressBar* m_progress;
+    QLabel* m_pointer;
+    QLabel* m_size;
+    QLabel* m_zoom;
+    QElapsedTimer m_lastPaint;
+};
