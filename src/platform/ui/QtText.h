@@ -18,7 +18,7 @@
     return ToQString(Text(id));
 }
 
-[[nodiscard]] inline QString ToQString(const std::filesystem::path& path)
+[[nodiscard]] inline QString PathToQString(const std::filesystem::path& path)
 {
     return QString::fromStdU16String(path.u16string());
 }

@@ -24,16 +24,35 @@ QColor StrokeColor(QIcon::Mode mode)
     }
 }
 
-/// Draws one scalable picture from the resources, recoloured.
+/// The one accent of the icon family, which disabled icons do without.
+constexpr const char* kAccent = "#2f80ed";
+
+QPixmap RenderIcon(const QString& name, const QSize& size, const QColor& stroke, const QColor& accent)
+{
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
+    if (!file.open(QIODevice::ReadOnly))
+        return pixmap;
+    QByteArray text = file.readAll();
+    text.replace("currentColor", stroke.name().toLatin1());
+    text.replace(kAccent, accent.name().toLatin1());
+    QSvgRenderer renderer(text);
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    QPainter painter(&pixmap);
+    renderer.render(&painter, QRectF(QPointF(), QSizeF(size)));
+    return pixmap;
+}
+
+/// Draws one scalable picture from the resources, in the colours of the palette in use.
 class CThemedIconEngine final : public QIconEngine {
 public:
     explicit CThemedIconEngine(QString name) : m_name(std::move(name)) {}
 
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override
     {
         const qreal ratio = painter->device()->devicePixelRatioF();
-        painter->drawPixmap(rect, Render(rect.size() * ratio, mode));
-        Q_UNUSED(state)
+        painter->drawPixmap(rect, Render((QSizeF(rect.size()) * ratio).toSize(), mode));
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override
@@ -47,7 +66,7 @@ public:
     }
 
     [[nodiscard]] QIconEngine* clone() const override { return new CThemedIconEngine(m_name); }
-    QString key() const override { return QStringLiteral("pixolune"); }
+    [[nodiscard]] QString key() const override { return QStringLiteral("pixolune"); }
     QString iconName() override { return m_name; }
 
 private:
@@ -55,35 +74,20 @@ private:
     [[nodiscard]] QPixmap Render(const QSize& size, QIcon::Mode mode) const
     {
         const QColor stroke = StrokeColor(mode);
-        const bool disabled = mode == QIcon::Disabled;
-        const QString cacheKey = QStringLiteral("pixolune-%1-%2x%3-%4")
+        const QColor accent = mode == QIcon::Disabled ? stroke : QColor(kAccent);
+        const QString cacheKey = QStringLiteral("pixolune %1 %2 %3 %4 %5")
                                      .arg(m_name)
                                      .arg(size.width())
                                      .arg(size.height())
-                                     .arg(stroke.rgba() ^ (disabled ? 1U : 0U));
+                                     .arg(stroke.rgb())
+                                     .arg(accent.rgb());
         QPixmap pixmap;
-        if (QPixmapCache::find(cacheKey, &pixmap))
-            return pixmap;
-
-        pixmap = QPixmap(size);
-        pixmap.fill(Qt::transparent);
-        QFile file(QStringLiteral(":/icons/%1.svg").arg(m_name));
-        if (file.open(QIODevice::ReadOnly)) {
-            QByteArray text = file.readAll();
-            text.replace("currentColor", stroke.name().toLatin1());
-            if (disabled)
-                text.replace(kAccent, stroke.name().toLatin1());
-            QSvgRenderer renderer(text);
-            renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-            QPainter painter(&pixmap);
-            renderer.render(&painter, QRectF(QPointF(), QSizeF(size)));
+        if (!QPixmapCache::find(cacheKey, &pixmap)) {
+            pixmap = RenderIcon(m_name, size, stroke, accent);
+            QPixmapCache::insert(cacheKey, pixmap);
         }
-        QPixmapCache::insert(cacheKey, pixmap);
         return pixmap;
     }
-
-    /// The one accent of the icon family, which disabled icons do without.
-    static constexpr const char* kAccent = "#2f80ed";
 
     QString m_name;
 };
@@ -95,6 +99,11 @@ QIcon ThemedIcon(std::string_view name)
     if (name.empty())
         return {};
     return QIcon(new CThemedIconEngine(QString::fromUtf8(name.data(), qsizetype(name.size()))));
+}
+
+QPixmap IconPixmap(std::string_view name, const QSize& size, const QColor& stroke)
+{
+    return RenderIcon(QString::fromUtf8(name.data(), qsizetype(name.size())), size, stroke, QColor(kAccent));
 }
 
 QIcon ApplicationIcon()

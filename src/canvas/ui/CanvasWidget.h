@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/PixoluneView.h"
+
+#include <QAbstractScrollArea>
+#include <QImage>
+#include <optional>
+
+/// Shows a view: forwards the events to it and copies its picture to the screen. The view's client pixels
+/// are the screen's own, whatever the scale factor of the desktop, so a picture at actual size is never
+/// resampled.
+///
+/// Ctrl+wheel zooms at the pointer, the wheel scrolls, with Shift sideways; the middle button, or any
+/// button while Space is held, drags the canvas; Esc gives up an unfinished drag.
+class CCanvasWidget final : public QAbstractScrollArea, private IViewHost {
+    Q_OBJECT
+
+public:
+    /// The view must outlive the widget's last event; the widget becomes its host.
+    explicit CCanvasWidget(CPixoluneView& view, QWidget* parent = nullptr);
+    ~CCanvasWidget() override;
+
+    [[nodiscard]] CPixoluneView& View() const { return m_view; }
+
+Q_SIGNALS:
+    void PointerTextChanged(const QString& text);
+    void LayoutChanged();
+    void ToolModeChanged();
+
+protected:
+    bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    void Invalidate(const Rect& client) override;
+    void OnLayoutChanged() override;
+    void OnPointerText(const std::string& text) override;
+    void OnToolModeChanged() override;
+    void OnCursorChanged(CursorShape shape) override;
+
+    [[nodiscard]] Point ToClient(const QPointF& position) const;
+    [[nodiscard]] MouseInput ToInput(const QMouseEvent& event) const;
+    void UpdateClientSize();
+    void UpdateScrollBars();
+    void ShowCursor();
+    void PanTo(Point client);
+    bool NudgeOrScroll(const QKeyEvent& event);
+    /// Whether an unfinished gesture wants the key before any shortcut does.
+    [[nodiscard]] bool IsWantedByTool(int key) const;
+
+    CPixoluneView& m_view;
+    QImage m_band;                       ///< pixels on their way to the screen, reused
+    std::optional<CursorShape> m_cursor; ///< what the view asked for
+    std::optional<CursorShape> m_shownCursor;
+    Qt::MouseButton m_held = Qt::NoButton; ///< the button of the view's drag
+    std::optional<Point> m_panFrom;
+    qreal m_ratio = 0; ///< device pixels a pixel when the client size was taken
+    bool m_spaceHeld = false;
+    bool m_updatingBars = false;
+    int m_wheelRest = 0; ///< what is left of a notch, in eighths of a degree
+};
