@@ -24,7 +24,8 @@ CNewImageDialog::CNewImageDialog(CSettings& settings, QWidget* parent)
         QSpinBox* edit;
         Str label;
         Setting setting;
-    } rows[] = {{m_width, Str::Width, Setting::NewImageWidth}, {m_height, Str::Height, Setting::NewImageHeight}};
+    } rows[] = {{m_width, Str::Width, Setting::NewImageWidth},
+                {m_height, Str::Height, Setting::NewImageHeight}};
     for (const auto& row : rows) {
         row.edit->setRange(1, 2000);
         row.edit->setValue(settings.Get(row.setting));

@@ -15,7 +15,8 @@
 CPreferencesDialog::CPreferencesDialog(CSettings& settings, QWidget* parent)
     : QDialog(parent), m_settings(settings), m_undoLevels(new QSpinBox),
       m_layersAsObjects(new QRadioButton(ToQString(Str::ImportLayersAsObjects))),
-      m_compositeAsFrame(new QRadioButton(ToQString(Str::ImportCompositeAsFrame))), m_background(new CColorButton)
+      m_compositeAsFrame(new QRadioButton(ToQString(Str::ImportCompositeAsFrame))),
+      m_background(new CColorButton)
 {
     setWindowTitle(ToQString(Str::Preferences));
 

@@ -39,7 +39,8 @@ protected:
     {
         if (type == kPrivateType && m_offer.privateStream) {
             const std::vector<uint8_t> bytes = m_offer.privateStream();
-            return QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+            return QByteArray(reinterpret_cast<const char*>(bytes.data()),
+                              static_cast<qsizetype>(bytes.size()));
         }
         if (type == kPictureType && m_offer.picture)
             return ToQImage(m_offer.picture());

@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QStatusBar>
+
 #include <string>
 
 class QLabel;

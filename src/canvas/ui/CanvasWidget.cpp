@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+
 #include <cmath>
 
 namespace {
@@ -28,7 +29,8 @@ Point Floored(const QPointF& point)
 /// The smallest rectangle of whole pixels around the scaled one.
 Rect ScaledOut(const QRect& rect, qreal factor)
 {
-    return {static_cast<int>(std::floor(rect.left() * factor)), static_cast<int>(std::floor(rect.top() * factor)),
+    return {static_cast<int>(std::floor(rect.left() * factor)),
+            static_cast<int>(std::floor(rect.top() * factor)),
             static_cast<int>(std::ceil((rect.left() + rect.width()) * factor)),
             static_cast<int>(std::ceil((rect.top() + rect.height()) * factor))};
 }
@@ -67,17 +69,18 @@ Point CCanvasWidget::ToClient(const QPointF& position) const
 
 MouseInput CCanvasWidget::ToInput(const QMouseEvent& event) const
 {
-    return {ToClient(event.position()), ToButton(event.button()), event.modifiers().testFlag(Qt::ShiftModifier),
-            event.modifiers().testFlag(Qt::ControlModifier), event.modifiers().testFlag(Qt::AltModifier)};
+    return {ToClient(event.position()), ToButton(event.button()),
+            event.modifiers().testFlag(Qt::ShiftModifier), event.modifiers().testFlag(Qt::ControlModifier),
+            event.modifiers().testFlag(Qt::AltModifier)};
 }
 
 // Painting
 
 void CCanvasWidget::Invalidate(const Rect& client)
 {
-    const Rect logical = ScaledOut(QRect(client.left, client.top, client.Width(), client.Height()),
-                                   1.0 / devicePixelRatioF())
-                             .Inflated(1);
+    const Rect logical =
+        ScaledOut(QRect(client.left, client.top, client.Width(), client.Height()), 1.0 / devicePixelRatioF())
+            .Inflated(1);
     viewport()->update(logical.left, logical.top, logical.Width(), logical.Height());
 }
 
@@ -215,7 +218,8 @@ void CCanvasWidget::wheelEvent(QWheelEvent* event)
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
         m_wheelRest += event->angleDelta().y();
         const Point pointer = ToClient(event->position());
-        for (; std::abs(m_wheelRest) >= kWheelNotch; m_wheelRest -= m_wheelRest > 0 ? kWheelNotch : -kWheelNotch) {
+        for (; std::abs(m_wheelRest) >= kWheelNotch;
+             m_wheelRest -= m_wheelRest > 0 ? kWheelNotch : -kWheelNotch) {
             const int zoom = m_view.Zoom();
             m_view.SetZoomAt(m_wheelRest > 0 ? NextZoomIn(zoom) : NextZoomOut(zoom), pointer);
         }
@@ -331,7 +335,8 @@ bool CCanvasWidget::NudgeOrScroll(const QKeyEvent& event)
     const struct {
         int key;
         Point direction;
-    } rows[] = {{Qt::Key_Left, {-1, 0}}, {Qt::Key_Right, {1, 0}}, {Qt::Key_Up, {0, -1}}, {Qt::Key_Down, {0, 1}}};
+    } rows[] = {
+        {Qt::Key_Left, {-1, 0}}, {Qt::Key_Right, {1, 0}}, {Qt::Key_Up, {0, -1}}, {Qt::Key_Down, {0, 1}}};
     for (const auto& row : rows) {
         if (row.key != event.key())
             continue;

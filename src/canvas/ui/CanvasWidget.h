@@ -5,6 +5,7 @@
 
 #include <QAbstractScrollArea>
 #include <QImage>
+
 #include <optional>
 
 /// Shows a view: forwards the events to it and copies its picture to the screen. The view's client pixels

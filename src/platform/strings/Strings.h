@@ -102,6 +102,15 @@ enum class Str {
     DoNotAskAgain,
     Width,
     Height,
+    // Files
+    OpenFile,
+    OpenFilter,
+    SaveDocumentAs,
+    NativeFilter,
+    RecentFiles,
+    // Bars
+    ToolBar,
+    DrawingBar,
     // New Image
     NewImage,
     ImageDimension,

@@ -11,6 +11,7 @@
 #include <QStylePainter>
 #include <QToolButton>
 #include <QWidgetAction>
+
 #include <array>
 
 namespace {
@@ -65,7 +66,8 @@ void CColorButton::paintEvent(QPaintEvent* /*event*/)
     QStyleOptionButton option;
     initStyleOption(&option);
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
-    const QRect swatch = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this).adjusted(2, 2, -2, -2);
+    const QRect swatch =
+        style()->subElementRect(QStyle::SE_PushButtonContents, &option, this).adjusted(2, 2, -2, -2);
     if (isEnabled())
         painter.fillRect(swatch, ToQColor(m_color));
     painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Mid));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPushButton>
+
 #include <cstdint>
 
 /// A button that shows a colour and offers others: a palette of everyday colours and "More..." for the

@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QImage>
+
 #include <cstdint>
 
 /// A setting's colour, 0x00bbggrr.

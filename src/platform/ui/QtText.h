@@ -4,6 +4,7 @@
 #include "platform/strings/Strings.h"
 
 #include <QString>
+
 #include <filesystem>
 #include <string>
 #include <string_view>

@@ -60,7 +60,8 @@ public:
         return Render(size, mode);
     }
 
-    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/, qreal /*scale*/) override
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/,
+                         qreal /*scale*/) override
     {
         return Render(size, mode);
     }

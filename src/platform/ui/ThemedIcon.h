@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <string_view>
-
 #include <QIcon>
 #include <QPixmap>
+
+#include <string_view>
 
 /// The icon of that name from the program's own family. Its strokes take the text colour of the palette in
 /// use, greyed out while disabled; it is drawn at the exact size asked for, in device pixels, and not

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ui/ChildFrame.h"
+
+#include "canvas/ui/CanvasWidget.h"
+#include "platform/ui/QtText.h"
+
+#include <QCloseEvent>
+
+CChildFrame::CChildFrame(CPixoluneDoc& document, CloseQuestion mayClose)
+    : m_document(document), m_view(std::make_unique<CPixoluneView>(document)),
+      m_canvas(new CCanvasWidget(*m_view)), m_mayClose(std::move(mayClose))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWidget(m_canvas);
+    setFocusProxy(m_canvas);
+    document.AddObserver(this);
+    connect(m_canvas, &CCanvasWidget::LayoutChanged, this, &CChildFrame::StateChanged);
+    connect(m_canvas, &CCanvasWidget::ToolModeChanged, this, &CChildFrame::StateChanged);
+    OnStateChanged();
+}
+
+CChildFrame::~CChildFrame()
+{
+    m_document.RemoveObserver(this);
+    // The widget speaks to the view until it is gone.
+    delete m_canvas;
+    m_view.reset();
+    Q_EMIT Closed(&m_document);
+}
+
+void CChildFrame::closeEvent(QCloseEvent* event)
+{
+    m_view->CancelDrag();
+    event->setAccepted(m_mayClose(*this));
+}
+
+void CChildFrame::OnStateChanged()
+{
+    setWindowTitle(ToQString(m_document.Title()) + QStringLiteral("[*]"));
+    setWindowModified(m_document.IsModified());
+    setToolTip(PathToQString(m_document.Path()));
+    Q_EMIT StateChanged();
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/PixoluneApp.h"
+#include "app/ui/RecentFiles.h"
+
+#include <QStringList>
+
+class QWidget;
+
+/// What the user is asked about documents and their files, and what follows.
+class CDocumentFiles {
+public:
+    /// window: the parent of all dialogs.
+    CDocumentFiles(CPixoluneApp& app, CRecentFiles& recentFiles, QWidget& window)
+        : m_app(app), m_recentFiles(recentFiles), m_window(window)
+    {
+    }
+
+    /// Shows the New Image dialog; none when it was cancelled.
+    [[nodiscard]] CPixoluneDoc* New();
+    /// The files chosen in the open dialog.
+    [[nodiscard]] QStringList ChooseToOpen();
+    /// None when the file cannot be loaded.
+    [[nodiscard]] CPixoluneDoc* Open(const QString& path);
+    /// Writes the native file; asks for a name when the document has none of that kind.
+    bool Save(CPixoluneDoc& document);
+    bool SaveAs(CPixoluneDoc& document);
+    /// Asks what to do about unsaved changes; false when the document is to stay open.
+    bool MayClose(CPixoluneDoc& document);
+
+private:
+    bool SaveTo(CPixoluneDoc& document, const QString& path);
+    [[nodiscard]] QString Folder(const CPixoluneDoc* document) const;
+
+    CPixoluneApp& m_app;
+    CRecentFiles& m_recentFiles;
+    QWidget& m_window;
+};

@@ -1,0 +1,374 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ui/MainFrame.h"
+
+#include "app/ui/AboutDialog.h"
+#include "app/ui/ChildFrame.h"
+#include "app/ui/CommandActions.h"
+#include "app/ui/PreferencesDialog.h"
+#include "app/ui/StatusBar.h"
+#include "canvas/ui/CanvasWidget.h"
+#include "platform/ui/QtText.h"
+#include "platform/ui/ThemedIcon.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSettings>
+#include <QTimer>
+#include <QToolBar>
+
+namespace {
+
+using enum CommandId;
+
+constexpr QLatin1String kGeometryKey("XWorkspace/Geometry");
+constexpr QLatin1String kLayoutKey("XWorkspace/Layout");
+/// Raised whenever bars or panels are added, so that layouts of older versions are not mistaken for it.
+constexpr int kLayoutVersion = 1;
+
+constexpr std::optional<CommandId> kSeparator;
+
+constexpr std::optional<CommandId> kMainBar[] = {
+    FileNew,        FileOpen,   FileSave,  kSeparator,      EditCut,    EditCopy,   EditPaste,
+    EditDelete,     kSeparator, EditUndo,  EditRedo,        kSeparator, ViewZoomIn, ViewZoomOut,
+    ViewActualSize, kSeparator, ObjectNew, ObjectDuplicate, kSeparator, EditResize,
+};
+
+constexpr std::optional<CommandId> kDrawingBar[] = {
+    ToolDefault,
+    kSeparator,
+    ToolRectangularSelection,
+    ToolEllipticalSelection,
+    ToolLassoSelection,
+    ToolMagicWandSelection,
+    kSeparator,
+    ToolPencil,
+    ToolErase,
+    ToolFloodFill,
+    ToolPickColor,
+    kSeparator,
+    ToolText,
+    ToolRectangle,
+    ToolEllipse,
+    ToolPolygon,
+};
+
+} // namespace
+
+CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
+    : m_app(app), m_configuration(configuration), m_recentFiles(configuration),
+      m_files(app, m_recentFiles, *this), m_tabs(new QMdiArea), m_statusBar(new CStatusBar),
+      m_actions(new CCommandActions(*this, [this] { return Context(); }))
+{
+    setWindowIcon(ApplicationIcon());
+    setWindowTitle(ToQString(Str::ApplicationTitle));
+    setAcceptDrops(true);
+    setStatusBar(m_statusBar);
+
+    m_tabs->setViewMode(QMdiArea::TabbedView);
+    m_tabs->setDocumentMode(true);
+    m_tabs->setTabsClosable(true);
+    m_tabs->setTabsMovable(true);
+    m_tabs->setFrameShape(QFrame::NoFrame);
+    setCentralWidget(m_tabs);
+    connect(m_tabs, &QMdiArea::subWindowActivated, this, &CMainFrame::Refresh);
+
+    connect(m_actions, &CCommandActions::Ran, this, &CMainFrame::ScheduleRefresh);
+    connect(m_actions, &CCommandActions::MenuOpening, this,
+            [this](QMenu* menu, const QString& path) { ExtendMenu(*menu, path); });
+    m_actions->FillMenuBar(*menuBar());
+    CreateBars();
+    RestoreLayout();
+    Refresh();
+}
+
+CMainFrame::~CMainFrame()
+{
+    // Tabs report their end; that must find the window whole.
+    delete takeCentralWidget();
+}
+
+void CMainFrame::CreateBars()
+{
+    const struct {
+        QToolBar*& bar;
+        const char* name;
+        Str title;
+        Qt::ToolBarArea area;
+        std::span<const std::optional<CommandId>> commands;
+    } rows[] = {{m_mainBar, "MainBar", Str::ToolBar, Qt::TopToolBarArea, kMainBar},
+                {m_drawingBar, "DrawingBar", Str::DrawingBar, Qt::LeftToolBarArea, kDrawingBar}};
+    for (const auto& row : rows) {
+        row.bar = new QToolBar(ToQString(row.title));
+        row.bar->setObjectName(QLatin1String(row.name));
+        m_actions->FillToolBar(*row.bar, row.commands);
+        addToolBar(row.area, row.bar);
+    }
+}
+
+void CMainFrame::RestoreLayout()
+{
+    if (!restoreGeometry(m_configuration.value(kGeometryKey).toByteArray()))
+        resize(1100, 760);
+    restoreState(m_configuration.value(kLayoutKey).toByteArray(), kLayoutVersion);
+}
+
+void CMainFrame::SaveLayout()
+{
+    m_configuration.setValue(kGeometryKey, saveGeometry());
+    m_configuration.setValue(kLayoutKey, saveState(kLayoutVersion));
+}
+
+// Documents and tabs
+
+CChildFrame* CMainFrame::OpenFile(const QString& path)
+{
+    CPixoluneDoc* document = m_files.Open(path);
+    return document ? Show(*document) : nullptr;
+}
+
+CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
+{
+    auto* frame = new CChildFrame(document, [this](CChildFrame& closing) { return MayClose(closing); });
+    m_tabs->addSubWindow(frame);
+    connect(frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
+    connect(frame, &CChildFrame::Closed, this, [this](CPixoluneDoc* closed) {
+        m_app.CloseDocument(closed);
+        ScheduleRefresh();
+    });
+    connect(&frame->Canvas(), &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
+    frame->show();
+    frame->Canvas().setFocus();
+    Refresh();
+    return frame;
+}
+
+CChildFrame* CMainFrame::ActiveFrame() const
+{
+    return qobject_cast<CChildFrame*>(m_tabs->activeSubWindow() ? m_tabs->activeSubWindow()
+                                                                : m_tabs->currentSubWindow());
+}
+
+bool CMainFrame::MayClose(CChildFrame& frame)
+{
+    m_tabs->setActiveSubWindow(&frame);
+    return m_files.MayClose(frame.Document());
+}
+
+bool CMainFrame::MayCloseAll()
+{
+    for (QMdiSubWindow* window : m_tabs->subWindowList()) {
+        auto* frame = qobject_cast<CChildFrame*>(window);
+        if (frame && !MayClose(*frame))
+            return false;
+    }
+    return true;
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event)
+{
+    const bool closing = MayCloseAll();
+    if (closing)
+        SaveLayout();
+    event->setAccepted(closing);
+}
+
+void CMainFrame::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void CMainFrame::dropEvent(QDropEvent* event)
+{
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile())
+            OpenFile(url.toLocalFile());
+    }
+}
+
+// Commands
+
+QAction* CMainFrame::Action(CommandId id) const
+{
+    return m_actions->Find(id);
+}
+
+CommandContext CMainFrame::Context()
+{
+    CChildFrame* frame = ActiveFrame();
+    return {m_app, frame ? &frame->Document() : nullptr, frame ? &frame->View() : nullptr, this};
+}
+
+void CMainFrame::ScheduleRefresh()
+{
+    if (m_refreshPending)
+        return;
+    m_refreshPending = true;
+    QTimer::singleShot(0, this, &CMainFrame::Refresh);
+}
+
+void CMainFrame::Refresh()
+{
+    m_refreshPending = false;
+    m_actions->Refresh();
+    const QString title = ToQString(Str::ApplicationTitle);
+    if (CChildFrame* frame = ActiveFrame()) {
+        m_statusBar->SetCanvas(frame->Document().Canvas().Size(), frame->View().Zoom());
+        setWindowTitle(frame->windowTitle() + QStringLiteral(" - ") + title);
+        setWindowModified(frame->isWindowModified());
+    } else {
+        m_statusBar->ClearCanvas();
+        setWindowTitle(title);
+        setWindowModified(false);
+    }
+}
+
+void CMainFrame::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        ScheduleRefresh();
+}
+
+QWidget* CMainFrame::PartOf(CommandId id) const
+{
+    switch (id) {
+    case ViewToolBar:
+        return m_mainBar;
+    case ViewDrawingBar:
+        return m_drawingBar;
+    case ViewStatusBar:
+        return m_statusBar;
+    default:
+        return nullptr;
+    }
+}
+
+bool CMainFrame::IsWindowCommandChecked(CommandId id) const
+{
+    if (id == ViewFullScreen)
+        return isFullScreen();
+    const QWidget* part = PartOf(id);
+    return part && part->isVisibleTo(this);
+}
+
+bool CMainFrame::RunWindowCommand(CommandId id)
+{
+    if (QWidget* part = PartOf(id)) {
+        part->setVisible(!part->isVisibleTo(this));
+        return true;
+    }
+    CChildFrame* frame = ActiveFrame();
+    switch (id) {
+    case FileNew:
+        return RunNew();
+    case FileOpen:
+        return RunOpen();
+    case FileSave:
+        return frame && m_files.Save(frame->Document());
+    case FileSaveAs:
+        return frame && m_files.SaveAs(frame->Document());
+    case FileClose:
+        return frame && frame->close();
+    case FileExit:
+        return close();
+    case EditPreferences:
+        return RunPreferences();
+    case ViewFullScreen:
+        return RunFullScreen();
+    case WindowNext:
+        m_tabs->activateNextSubWindow();
+        return true;
+    case WindowPrevious:
+        m_tabs->activatePreviousSubWindow();
+        return true;
+    case HelpAbout:
+        return RunAbout();
+    default:
+        return false;
+    }
+}
+
+bool CMainFrame::RunNew()
+{
+    CPixoluneDoc* document = m_files.New();
+    return document && Show(*document);
+}
+
+bool CMainFrame::RunOpen()
+{
+    bool opened = false;
+    for (const QString& path : m_files.ChooseToOpen())
+        opened = OpenFile(path) || opened;
+    return opened;
+}
+
+bool CMainFrame::RunPreferences()
+{
+    return CPreferencesDialog(m_app.Settings(), this).exec() == QDialog::Accepted;
+}
+
+bool CMainFrame::RunAbout()
+{
+    CAboutDialog(this).exec();
+    return true;
+}
+
+bool CMainFrame::RunFullScreen()
+{
+    setWindowState(windowState() ^ Qt::WindowFullScreen);
+    return true;
+}
+
+// Menus that list files and windows
+
+void CMainFrame::ExtendMenu(QMenu& menu, const QString& path)
+{
+    if (path == QLatin1String("File"))
+        AddRecentFiles(menu);
+    else if (path == QLatin1String("Window"))
+        AddWindowList(menu);
+}
+
+void CMainFrame::AddRecentFiles(QMenu& menu)
+{
+    if (!m_recentMenu) {
+        m_recentMenu = new QMenu(ToQString(Str::RecentFiles), &menu);
+        m_recentMenu->setIcon(ThemedIcon("recent"));
+        QAction* exit = Action(FileExit);
+        menu.insertMenu(exit, m_recentMenu);
+        menu.insertSeparator(exit);
+    }
+    m_recentMenu->clear();
+    int number = 0;
+    for (const QString& path : m_recentFiles.Paths()) {
+        QString name = QFileInfo(path).fileName();
+        name.replace(QLatin1Char('&'), QLatin1String("&&"));
+        QAction* entry = m_recentMenu->addAction(QStringLiteral("&%1  %2").arg(++number).arg(name));
+        entry->setStatusTip(path);
+        connect(entry, &QAction::triggered, this, [this, path] { OpenFile(path); });
+    }
+    m_recentMenu->setEnabled(number > 0);
+}
+
+void CMainFrame::AddWindowList(QMenu& menu)
+{
+    for (QAction* entry : m_windowEntries)
+        delete entry;
+    m_windowEntries.clear();
+    m_windowEntries.push_back(menu.addSeparator());
+    int number = 0;
+    for (QMdiSubWindow* window : m_tabs->subWindowList()) {
+        QString name = window->windowTitle();
+        name.replace(QLatin1String("[*]"), window->isWindowModified() ? QLatin1String("*") : QLatin1String());
+        name.replace(QLatin1Char('&'), QLatin1String("&&"));
+        QAction* entry = menu.addAction(QStringLiteral("&%1  %2").arg(++number).arg(name));
+        entry->setCheckable(true);
+        entry->setChecked(window == m_tabs->activeSubWindow());
+        connect(entry, &QAction::triggered, window, [this, window] { m_tabs->setActiveSubWindow(window); });
+        m_windowEntries.push_back(entry);
+    }
+}

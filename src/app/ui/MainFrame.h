@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/CommandTable.h"
+#include "app/ui/DocumentFiles.h"
+
+#include <QMainWindow>
+
+class CChildFrame;
+class CCommandActions;
+class CStatusBar;
+class QMdiArea;
+class QMenu;
+class QSettings;
+
+/// The program's window: menus, tool bars, status bar, and a tab for every open document.
+class CMainFrame final : public QMainWindow, private IShell {
+    Q_OBJECT
+
+public:
+    /// configuration: where the window keeps its layout and the recent files. Both must outlive the window.
+    CMainFrame(CPixoluneApp& app, QSettings& configuration);
+    ~CMainFrame() override;
+
+    [[nodiscard]] CStatusBar& StatusBar() { return *m_statusBar; }
+    /// Opens the file in a new tab; none when it cannot be loaded, which the user has been told.
+    CChildFrame* OpenFile(const QString& path);
+    /// Shows a document in a new tab.
+    CChildFrame* Show(CPixoluneDoc& document);
+    [[nodiscard]] CChildFrame* ActiveFrame() const;
+    /// None for a command that has no row in the table.
+    [[nodiscard]] QAction* Action(CommandId id) const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    bool RunWindowCommand(CommandId id) override;
+    [[nodiscard]] bool IsWindowCommandChecked(CommandId id) const override;
+
+    void CreateBars();
+    void RestoreLayout();
+    void SaveLayout();
+    [[nodiscard]] CommandContext Context();
+    void ScheduleRefresh();
+    void Refresh();
+    void ExtendMenu(QMenu& menu, const QString& path);
+    void AddRecentFiles(QMenu& menu);
+    void AddWindowList(QMenu& menu);
+    bool MayClose(CChildFrame& frame);
+    bool MayCloseAll();
+
+    // One window command each; false when it was cancelled.
+    bool RunNew();
+    bool RunOpen();
+    bool RunPreferences();
+    bool RunAbout();
+    bool RunFullScreen();
+    /// The part of the window that a View command shows and hides; none for other commands.
+    [[nodiscard]] QWidget* PartOf(CommandId id) const;
+
+    CPixoluneApp& m_app;
+    QSettings& m_configuration;
+    CRecentFiles m_recentFiles;
+    CDocumentFiles m_files;
+    QMdiArea* m_tabs;
+    CStatusBar* m_statusBar;
+    CCommandActions* m_actions;
+    QToolBar* m_mainBar = nullptr;
+    QToolBar* m_drawingBar = nullptr;
+    QMenu* m_recentMenu = nullptr;
+    std::vector<QAction*> m_windowEntries;
+    bool m_refreshPending = false;
+};
