@@ -16,6 +16,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
+#include <QTabBar>
 #include <QTimer>
 #include <QToolBar>
 
@@ -71,6 +72,8 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
     m_tabs->setDocumentMode(true);
     m_tabs->setTabsClosable(true);
     m_tabs->setTabsMovable(true);
+    if (auto* bar = m_tabs->findChild<QTabBar*>())
+        bar->setExpanding(false);
     m_tabs->setFrameShape(QFrame::NoFrame);
     setCentralWidget(m_tabs);
     connect(m_tabs, &QMdiArea::subWindowActivated, this, &CMainFrame::Refresh);
@@ -139,7 +142,7 @@ CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
         ScheduleRefresh();
     });
     connect(&frame->Canvas(), &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
-    frame->show();
+    frame->showMaximized();
     frame->Canvas().setFocus();
     Refresh();
     return frame;

@@ -15,6 +15,10 @@ void CQtUserInterface::Attach(QWidget* window, CStatusBar* statusBar)
 
 void CQtUserInterface::ShowMessage(const std::string& text)
 {
+    if (!m_attended) {
+        qWarning("%s", text.c_str());
+        return;
+    }
     QMessageBox box(QMessageBox::Warning, ToQString(Str::ApplicationTitle), ToQString(text), QMessageBox::Ok,
                     m_window);
     box.setTextFormat(Qt::PlainText);
@@ -25,6 +29,8 @@ bool CQtUserInterface::AskYesNo(const std::string& question)
 {
     if (m_settledQuestions.contains(question))
         return true;
+    if (!m_attended)
+        return false;
     QMessageBox box(QMessageBox::Question, ToQString(Str::ApplicationTitle), ToQString(question),
                     QMessageBox::Yes | QMessageBox::No, m_window);
     box.setTextFormat(Qt::PlainText);

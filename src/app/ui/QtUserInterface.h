@@ -11,6 +11,10 @@ class QWidget;
 /// Messages and questions as boxes above the main window, prompts and progress in its status bar.
 class CQtUserInterface final : public IUserInterface {
 public:
+    /// attended: whether somebody is there to close boxes. Otherwise messages go to standard error and
+    /// questions are answered No.
+    explicit CQtUserInterface(bool attended) : m_attended(attended) {}
+
     /// The window and status bar that are spoken through; until they are set nothing is shown but boxes.
     void Attach(QWidget* window, CStatusBar* statusBar);
 
@@ -20,6 +24,7 @@ public:
     void SetPosition(int percent) override;
 
 private:
+    bool m_attended;
     QWidget* m_window = nullptr;
     CStatusBar* m_statusBar = nullptr;
     std::set<std::string> m_settledQuestions; ///< answered Yes for the rest of the session

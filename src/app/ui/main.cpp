@@ -40,7 +40,7 @@ int main(int argc, char** argv)
 
     QSettings configuration(QStringLiteral("Morvandelite"), QStringLiteral("Morvandelite Pixolune"));
     CSettingsStore store(configuration);
-    CQtUserInterface ui;
+    CQtUserInterface ui(!arguments.isSet(grab));
     CQtClipboard clipboard;
     CPixoluneApp app(ui, clipboard);
     app.Settings().ReadAll(store);
