@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/CommandTable.h"
-#include "app/ui/DocumentFiles.h"
+#include "app/ui/FileDialogs.h"
 
 #include <QMainWindow>
 
@@ -65,7 +65,7 @@ private:
     CPixoluneApp& m_app;
     QSettings& m_configuration;
     CRecentFiles m_recentFiles;
-    CDocumentFiles m_files;
+    CFileDialogs m_files;
     QMdiArea* m_tabs;
     CStatusBar* m_statusBar;
     CCommandActions* m_actions;

@@ -9,10 +9,10 @@
 class QWidget;
 
 /// What the user is asked about documents and their files, and what follows.
-class CDocumentFiles {
+class CFileDialogs {
 public:
     /// window: the parent of all dialogs.
-    CDocumentFiles(CPixoluneApp& app, CRecentFiles& recentFiles, QWidget& window)
+    CFileDialogs(CPixoluneApp& app, CRecentFiles& recentFiles, QWidget& window)
         : m_app(app), m_recentFiles(recentFiles), m_window(window)
     {
     }

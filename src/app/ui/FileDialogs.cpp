@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/ui/DocumentFiles.h"
+#include "app/ui/FileDialogs.h"
 
 #include "app/ui/NewImageDialog.h"
-#include "fileio/NativeFile.h"
+#include "fileio/DocumentFiles.h"
 #include "platform/ui/QtText.h"
 
 #include <QDir>
@@ -20,13 +20,13 @@ bool IsNative(const std::filesystem::path& path)
 
 } // namespace
 
-CPixoluneDoc* CDocumentFiles::New()
+CPixoluneDoc* CFileDialogs::New()
 {
     CNewImageDialog dialog(m_app.Settings(), &m_window);
     return dialog.exec() == QDialog::Accepted ? m_app.NewDocument() : nullptr;
 }
 
-QString CDocumentFiles::Folder(const CPixoluneDoc* document) const
+QString CFileDialogs::Folder(const CPixoluneDoc* document) const
 {
     if (document && !document->Path().empty())
         return QFileInfo(PathToQString(document->Path())).absolutePath();
@@ -34,13 +34,13 @@ QString CDocumentFiles::Folder(const CPixoluneDoc* document) const
     return recent.isEmpty() ? QDir::homePath() : QFileInfo(recent.first()).absolutePath();
 }
 
-QStringList CDocumentFiles::ChooseToOpen()
+QStringList CFileDialogs::ChooseToOpen()
 {
     return QFileDialog::getOpenFileNames(&m_window, ToQString(Str::OpenFile), Folder(nullptr),
                                          ToQString(Str::OpenFilter));
 }
 
-CPixoluneDoc* CDocumentFiles::Open(const QString& path)
+CPixoluneDoc* CFileDialogs::Open(const QString& path)
 {
     const QString absolute = QFileInfo(path).absoluteFilePath();
     CPixoluneDoc* document = m_app.OpenDocument(ToPath(absolute));
@@ -51,12 +51,12 @@ CPixoluneDoc* CDocumentFiles::Open(const QString& path)
     return document;
 }
 
-bool CDocumentFiles::Save(CPixoluneDoc& document)
+bool CFileDialogs::Save(CPixoluneDoc& document)
 {
     return IsNative(document.Path()) ? SaveTo(document, PathToQString(document.Path())) : SaveAs(document);
 }
 
-bool CDocumentFiles::SaveAs(CPixoluneDoc& document)
+bool CFileDialogs::SaveAs(CPixoluneDoc& document)
 {
     const QString name = QFileInfo(ToQString(document.Title())).completeBaseName();
     QFileDialog dialog(&m_window, ToQString(Str::SaveDocumentAs), Folder(&document),
@@ -67,21 +67,15 @@ bool CDocumentFiles::SaveAs(CPixoluneDoc& document)
     return dialog.exec() == QDialog::Accepted && SaveTo(document, dialog.selectedFiles().value(0));
 }
 
-bool CDocumentFiles::SaveTo(CPixoluneDoc& document, const QString& path)
+bool CFileDialogs::SaveTo(CPixoluneDoc& document, const QString& path)
 {
-    const std::filesystem::path target = ToPath(path);
-    IUserInterface& ui = m_app.Services().ui;
-    if (!SaveNativeFile(document.Canvas(), target, ui)) {
-        ui.ShowMessage(Text(Str::SaveFileFailed, ToUtf8(QDir::toNativeSeparators(path))));
+    if (!SaveDocument(document, ToPath(path)))
         return false;
-    }
-    document.SetPath(target);
-    document.SetModified(false);
     m_recentFiles.Add(path);
     return true;
 }
 
-bool CDocumentFiles::MayClose(CPixoluneDoc& document)
+bool CFileDialogs::MayClose(CPixoluneDoc& document)
 {
     if (!document.IsModified())
         return true;
