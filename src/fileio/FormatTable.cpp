@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/FormatTable.h"
 
+#include "fileio/AnimatedCursorReader.h"
 #include "fileio/GifReader.h"
+#include "fileio/IconReader.h"
 #include "fileio/NativeFile.h"
 #include "fileio/SinglePicture.h"
 #include "platform/codec/Image.h"
@@ -25,6 +27,9 @@ bool ReadNative(CObjectCanvas& canvas, const std::filesystem::path& path, AppSer
 
 constexpr FormatRow kRows[] = {
     {"GIF animation", "GIF", ReadObjects<LoadGifFile>},
+    {"Windows icon", "ICO", ReadObjects<LoadIconFile>},
+    {"Windows cursor", "CUR", ReadObjects<LoadIconFile>},
+    {"Windows animated cursor", "ANI", ReadObjects<LoadAnimatedCursorFile>},
     {"Pixolune document", "PXD", ReadNative},
     {"Windows bitmap", "BMP DIB", ReadSinglePicture<CImage::LoadBmpFile>},
     {"JPEG picture", "JPG JPEG", ReadSinglePicture<CImage::LoadJPGFile>},

@@ -6,7 +6,6 @@
 #include <bit>
 #include <cassert>
 #include <cstring>
-#include <numeric>
 
 namespace {
 
@@ -54,8 +53,9 @@ struct LzwString {
     uint32_t length = 0;
 };
 
-constexpr std::array<uint8_t, 256 + kCopyBytes> kSingles = [] {
-    std::array<uint8_t, 256 + kCopyBytes> singles{};
+/// The strings that every table begins with.
+constexpr auto kSingles = [] {
+    std::array<uint8_t, (size_t{1} << kMaxLzwCodeSize) + kCopyBytes> singles{};
     for (size_t index = 0; index < singles.size(); ++index)
         singles[index] = static_cast<uint8_t>(index);
     return singles;

@@ -6,9 +6,9 @@
 #include <optional>
 #include <span>
 
-/// Smallest code sizes that picture data may begin with.
+/// Code sizes that picture data may begin with; codes have at most 12 bits.
 inline constexpr int kMinLzwCodeSize = 1;
-inline constexpr int kMaxLzwCodeSize = 8;
+inline constexpr int kMaxLzwCodeSize = 11;
 
 /// Bytes behind the picture's indices that decoding may overwrite: the longest string and a vector.
 inline constexpr size_t kLzwSlack = 4096 + 64;

@@ -2,7 +2,7 @@
 #include "fileio/GifLzwEncoder.h"
 #include "fileio/GifReader.h"
 #include "fileio/GifWriter.h"
-#include "support/RecordingUi.h"
+#include "support/TestDocument.h"
 #include "support/TestFiles.h"
 #include "support/TestPictures.h"
 
@@ -165,7 +165,7 @@ TEST(GifLzw, ReadsBackWhatItWrote)
                                      : static_cast<uint8_t>(indices[at] % picture.ColourTable().size());
         const int tableSize = GifTableSize(static_cast<uint32_t>(picture.ColourTable().size()));
         CGifWriter writer;
-        CRecordingUi progress;
+        CRecordingUserInterface progress;
         writer.WriteHeader(picture.Size(), picture.ColourTable(), tableSize, row.bits, 1);
         GifFrameOptions options;
         options.position = {3, 4};

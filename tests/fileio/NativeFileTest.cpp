@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/NativeFile.h"
 
-#include "support/RecordingUi.h"
+#include "support/TestDocument.h"
 #include "support/TestFiles.h"
 #include "support/TestPictures.h"
 
@@ -51,7 +51,7 @@ bool LoadsBytes(const Bytes& bytes, CObjectCanvas* canvas = nullptr)
 {
     const CTemporaryFolder folder;
     CObjectCanvas own;
-    CRecordingUi ui;
+    CRecordingUserInterface ui;
     WriteContents(folder.File("a.pxd"), bytes);
     return LoadNativeFile(canvas != nullptr ? *canvas : own, folder.File("a.pxd"), ui);
 }
@@ -59,7 +59,7 @@ bool LoadsBytes(const Bytes& bytes, CObjectCanvas* canvas = nullptr)
 TEST(NativeFile, WritesTheStatedBytes)
 {
     const CTemporaryFolder folder;
-    CRecordingUi ui;
+    CRecordingUserInterface ui;
     ASSERT_TRUE(SaveNativeFile(SmallCanvas(), folder.File("some name.pxd"), ui));
     EXPECT_EQ(FileContents(folder.File("some name.pxd")), SmallFile());
     EXPECT_EQ(ui.statusTexts, (std::vector<std::string>{"Saving file some name.pxd", ""}));
@@ -77,7 +77,7 @@ TEST(NativeFile, ReadsEverythingBack)
     canvas.objects.Append(ObjectAt(RandomDib(300, 41, 5), 1, 2));
     canvas.objects.Append(ObjectAt(UniformDib(1000, 3, 0x55555555), 1, 2));
     canvas.objects.Append(ObjectAt(CPackedDib::Create(0, 4, 32), 0, 0));
-    CRecordingUi ui;
+    CRecordingUserInterface ui;
     ASSERT_TRUE(SaveNativeFile(canvas, folder.File("a.pxd"), ui));
     ui = {};
     CObjectCanvas read;

@@ -4,7 +4,9 @@
 #include "platform/dib/PackedDib.h"
 #include "platform/ui/UserInterface.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <span>
 
 /// The codec seam: readers of single-picture files. Each takes a path and a progress control (or none) and
 /// returns a packed DIB of 1 to 32 bits per pixel, or an empty one when the file cannot be loaded. Alpha in
@@ -18,5 +20,8 @@ namespace CImage {
 [[nodiscard]] CPackedDib LoadPNGFile(const std::filesystem::path& path, IProgress* progress);
 [[nodiscard]] CPackedDib LoadTGAFile(const std::filesystem::path& path, IProgress* progress);
 [[nodiscard]] CPackedDib LoadTIFFFile(const std::filesystem::path& path, IProgress* progress);
+
+/// The bytes of a PNG file, as they also stand in other files.
+[[nodiscard]] CPackedDib DecodePng(std::span<const uint8_t> file, IProgress* progress);
 
 } // namespace CImage

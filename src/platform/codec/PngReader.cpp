@@ -126,9 +126,12 @@ private:
 CPackedDib CImage::LoadPNGFile(const std::filesystem::path& path, IProgress* progress)
 {
     const std::optional<CHeapBlock> file = ReadFileBytes(path);
-    if (!file)
-        return {};
-    CPngDecoder decoder(file->Bytes());
+    return file ? DecodePng(file->Bytes(), progress) : CPackedDib();
+}
+
+CPackedDib CImage::DecodePng(std::span<const uint8_t> file, IProgress* progress)
+{
+    CPngDecoder decoder(file);
     const std::optional<Size> size = decoder.ReadHeader();
     if (!size)
         return {};

@@ -5,33 +5,9 @@
 #include "platform/io/FileBytes.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <random>
-#include <sstream>
-
-std::vector<CorpusFile> CorpusFiles(const std::vector<std::string>& formats)
-{
-    std::ifstream manifest(std::filesystem::path(PIXOLUNE_CORPUS) / "manifest.tsv");
-    std::vector<CorpusFile> files;
-    std::string line;
-    while (std::getline(manifest, line)) {
-        std::istringstream cells(line);
-        std::string width;
-        std::string height;
-        std::string count;
-        CorpusFile file;
-        for (std::string* cell :
-             {&file.path, &file.format, &width, &height, &count, &file.expect, &file.truth, &file.compare})
-            std::getline(cells, *cell, '\t');
-        file.width = std::atoi(width.c_str());
-        file.height = std::atoi(height.c_str());
-        if (std::find(formats.begin(), formats.end(), file.format) != formats.end())
-            files.push_back(file);
-    }
-    return files;
-}
 
 CPackedDib LoadPicture(const std::filesystem::path& path)
 {

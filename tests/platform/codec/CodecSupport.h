@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "support/Corpus.h"
 #include "support/TestPictures.h"
 
 #include <cstdint>
@@ -8,20 +9,6 @@
 #include <span>
 #include <string>
 #include <vector>
-
-/// A row of the manifest of the collection of real files.
-struct CorpusFile {
-    std::string path;
-    std::string format;
-    int width = 0;
-    int height = 0;
-    std::string expect;
-    std::string truth;
-    std::string compare;
-};
-
-/// The rows with one of the formats; none where the collection is absent.
-std::vector<CorpusFile> CorpusFiles(const std::vector<std::string>& formats);
 
 /// What the reader of the path's extension makes of the file; the six single-picture formats of the codec
 /// seam.
