@@ -16,21 +16,21 @@ inline constexpr uint64_t kAllBits = ~uint64_t{0};
     return (pixels + kBitsPerWord - 1) / kBitsPerWord;
 }
 
-/// Sets the bits [left, right), which must not be empty.
-inline void SetBits(std::span<uint64_t> words, int left, int right)
+/// Clears the bits [left, right), which must not be empty.
+inline void ClearBits(std::span<uint64_t> words, int left, int right)
 {
     const auto first = static_cast<size_t>(left / kBitsPerWord);
     const auto last = static_cast<size_t>((right - 1) / kBitsPerWord);
     const uint64_t from = kAllBits << (left % kBitsPerWord);
     const uint64_t to = kAllBits >> (kBitsPerWord - 1 - (right - 1) % kBitsPerWord);
     if (first == last) {
-        words[first] |= from & to;
+        words[first] &= ~(from & to);
         return;
     }
-    words[first] |= from;
+    words[first] &= ~from;
     for (size_t word = first + 1; word < last; ++word)
-        words[word] = kAllBits;
-    words[last] |= to;
+        words[word] = 0;
+    words[last] &= ~to;
 }
 
 /// Number of runs of set bits.
@@ -39,6 +39,8 @@ inline void SetBits(std::span<uint64_t> words, int left, int right)
     size_t runs = 0;
     uint64_t before = 0; // the last bit of the word before
     for (const uint64_t word : words) {
+        if (word == 0 - before) // none begins in a word that is all clear, or all set and goes on
+            continue;
         runs += static_cast<size_t>(std::popcount(word & ~(word << 1 | before)));
         before = word >> (kBitsPerWord - 1);
     }
@@ -50,9 +52,12 @@ template <typename Visit> void VisitRuns(std::span<const uint64_t> words, Visit 
 {
     constexpr int kNone = -1;
     int open = kNone; // where a run began that goes on beyond its word
-    int base = 0;
+    int base = -kBitsPerWord;
     for (uint64_t word : words) {
-        if (open != kNone && word != kAllBits) {
+        base += kBitsPerWord;
+        if (word == (open == kNone ? 0 : kAllBits))
+            continue;
+        if (open != kNone) {
             const int end = std::countr_one(word);
             visit(open, base + end);
             open = kNone;
@@ -68,8 +73,7 @@ template <typename Visit> void VisitRuns(std::span<const uint64_t> words, Visit 
                 word &= kAllBits << end;
             }
         }
-        base += kBitsPerWord;
     }
     if (open != kNone)
-        visit(open, base);
+        visit(open, base + kBitsPerWord);
 }

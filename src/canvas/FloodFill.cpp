@@ -7,6 +7,7 @@
 #include <tbb/blocked_range.h>
 #include <tbb/parallel_for.h>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -20,44 +21,25 @@ PixelRange RangeOf(const FillSeed& seed)
     return RangeAround(seed.pixel, seed.tolerance, 1, 255);
 }
 
-/// Calls paintRow(y) for every row, split over the processors.
-template <typename PaintRow> void ForEachRow(const CPackedDib& dib, PaintRow paintRow)
+void PaintEverywhere(CPackedDib& dib, const PixelRange& range, const CRegion& clip, const CFillBrush& brush)
 {
-    const auto grain = static_cast<size_t>(kPixelsPerTask / std::max(1, dib.Width()) + 1);
-    tbb::parallel_for(tbb::blocked_range<int>(0, dib.Height(), grain), [&](const auto& rows) {
-        for (int y = rows.begin(); y < rows.end(); ++y)
-            paintRow(y);
-    });
-}
-
-void PaintRuns(CPackedDib& dib, int y, int left, std::span<const uint64_t> words, const CFillBrush& brush)
-{
-    uint8_t* const row = dib.Row(y) + ptrdiff_t{left} * 4;
-    VisitRuns(words, [&](int from, int to) { brush.PaintRun(row + ptrdiff_t{from} * 4, to - from); });
-}
-
-bool PaintConnected(CPackedDib& dib, const PixelRange& range, const CFillBrush& brush, Point start,
-                    const CRegion& clip)
-{
-    if (!Rect::At({0, 0}, dib.Size()).Contains(start))
-        return true;
-    const CPixelSet area = FindConnected(dib, range, start, clip);
-    if (area.IsEmpty())
-        return false;
-    ForEachRow(dib, [&](int y) { PaintRuns(dib, y, 0, area.Row(y), brush); });
-    return true;
-}
-
-bool PaintEverywhere(CPackedDib& dib, const PixelRange& range, const CFillBrush& brush, const CRegion& clip)
-{
-    ForEachRow(dib, [&](int y) {
-        for (int strip = 0; strip < StripsFor(dib.Width()); ++strip) {
-            std::array<uint64_t, kStripWords> words;
-            PaintRuns(dib, y, strip * kStripPixels, MatchStrip(dib, y, strip, range, clip, words.data()),
-                      brush);
+    constexpr int kPart = 4096;
+    const BitmapView picture = ViewOf(dib);
+    const auto paintPart = [&](int y, int left) {
+        std::array<uint64_t, WordsFor(kPart)> words;
+        const auto count = static_cast<size_t>(WordsFor(std::min(kPart, picture.width - left)));
+        const std::span<uint64_t> part = std::span(words).first(count);
+        MatchPixels(picture, y, left, part, range, clip);
+        uint8_t* const pixels = picture.Row(y) + ptrdiff_t{left} * 4;
+        VisitRuns(part, [&](int from, int to) { brush.PaintRun(pixels + ptrdiff_t{from} * 4, to - from); });
+    };
+    const auto grain = static_cast<size_t>(kPixelsPerTask / std::max(1, picture.width) + 1);
+    tbb::parallel_for(tbb::blocked_range<int>(0, picture.height, grain), [&](const auto& rows) {
+        for (int y = rows.begin(); y < rows.end(); ++y) {
+            for (int left = 0; left < picture.width; left += kPart)
+                paintPart(y, left);
         }
     });
-    return true;
 }
 
 } // namespace
@@ -65,20 +47,20 @@ bool PaintEverywhere(CPackedDib& dib, const PixelRange& range, const CFillBrush&
 bool FillConnected(CPackedDib& dib, const FillSeed& seed, const Paint& paint, Point start,
                    const CRegion& clip)
 {
-    return PaintConnected(dib, RangeOf(seed), {paint, CFillBrush::Mode::Over}, start, clip);
+    return PaintConnected(dib, RangeOf(seed), start, clip, {paint, CFillBrush::Mode::Over});
 }
 
-bool FillEverywhere(CPackedDib& dib, const FillSeed& seed, const Paint& paint, const CRegion& clip)
+void FillEverywhere(CPackedDib& dib, const FillSeed& seed, const Paint& paint, const CRegion& clip)
 {
-    return PaintEverywhere(dib, RangeOf(seed), {paint, CFillBrush::Mode::Over}, clip);
+    PaintEverywhere(dib, RangeOf(seed), clip, {paint, CFillBrush::Mode::Over});
 }
 
 bool FillConnectedTransparent(CPackedDib& dib, const Paint& paint, Point start, const CRegion& clip)
 {
-    return PaintConnected(dib, kTransparent, {paint, CFillBrush::Mode::Replace}, start, clip);
+    return PaintConnected(dib, kTransparent, start, clip, {paint, CFillBrush::Mode::Replace});
 }
 
-bool FillTransparentEverywhere(CPackedDib& dib, const Paint& paint, const CRegion& clip)
+void FillTransparentEverywhere(CPackedDib& dib, const Paint& paint, const CRegion& clip)
 {
-    return PaintEverywhere(dib, kTransparent, {paint, CFillBrush::Mode::Replace}, clip);
+    PaintEverywhere(dib, kTransparent, clip, {paint, CFillBrush::Mode::Replace});
 }

@@ -6,7 +6,7 @@
 #include "platform/region/Region.h"
 
 /// Flood fill on a 32-bit picture. A pixel outside `clip` is neither painted nor passed; an empty region
-/// stands for everywhere. False when memory runs out; nothing is painted then.
+/// stands for everywhere. The connected fills return false when memory runs out; nothing is painted then.
 
 /// Which colours a fill takes: those at most `tolerance` (0 to 255) from the seed's in each channel.
 /// seed: 0xAARRGGBB, its alpha does not count. Pixels with alpha 0 never match.
@@ -20,10 +20,9 @@ struct FillSeed {
 [[nodiscard]] bool FillConnected(CPackedDib& dib, const FillSeed& seed, const Paint& paint, Point start,
                                  const CRegion& clip);
 /// Composites the paint over every matching pixel.
-[[nodiscard]] bool FillEverywhere(CPackedDib& dib, const FillSeed& seed, const Paint& paint,
-                                  const CRegion& clip);
+void FillEverywhere(CPackedDib& dib, const FillSeed& seed, const Paint& paint, const CRegion& clip);
 /// Sets the area of pixels with alpha 0 around `start` to the paint's colour and alpha.
 [[nodiscard]] bool FillConnectedTransparent(CPackedDib& dib, const Paint& paint, Point start,
                                             const CRegion& clip);
 /// Sets every pixel with alpha 0 to the paint's colour and alpha.
-[[nodiscard]] bool FillTransparentEverywhere(CPackedDib& dib, const Paint& paint, const CRegion& clip);
+void FillTransparentEverywhere(CPackedDib& dib, const Paint& paint, const CRegion& clip);

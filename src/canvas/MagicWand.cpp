@@ -17,22 +17,20 @@ CPixelSet FindEverywhere(const CPackedDib& dib, const PixelRange& range)
     CPixelSet set = CPixelSet::Create(dib.Size());
     if (set.IsEmpty())
         return set;
-    for (int y = 0; y < dib.Height(); ++y) {
-        for (int strip = 0; strip < StripsFor(dib.Width()); ++strip)
-            (void)MatchStrip(dib, y, strip, range, {}, set.Row(y).data() + strip * kStripWords);
-    }
+    for (int y = 0; y < dib.Height(); ++y)
+        MatchPixels(ViewOf(dib), y, 0, set.Row(y), range, {});
     return set;
 }
 
 CRegion RegionOf(const CPixelSet& set)
 {
     size_t runs = 0;
-    for (int y = 0; y < set.Size().height; ++y)
+    for (int y = set.Top(); y < set.Bottom(); ++y)
         runs += CountRuns(set.Row(y));
     CRegionBuilder builder(runs);
     if (builder.IsEmpty())
         return {};
-    for (int y = 0; y < set.Size().height; ++y)
+    for (int y = set.Top(); y < set.Bottom(); ++y)
         VisitRuns(set.Row(y), [&](int left, int right) { builder.AddRun(y, left, right); });
     return builder.Finish();
 }

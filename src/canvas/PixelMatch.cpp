@@ -16,39 +16,55 @@ namespace {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Bit i of the result belongs to pixel i of `count`, 1 to 64.
-uint64_t MatchWord(const uint8_t* pixels, int count, const PixelRange& range)
-{
-    uint64_t word = 0;
-    int at = 0;
 #if HWY_TARGET != HWY_SCALAR
-    const hn::CappedTag<uint32_t, 64> d;
-    const hn::Repartition<uint8_t, decltype(d)> bytes;
+/// Bit i of the bytes at `bits` tells of pixel i; handles whole vectors and returns how many pixels they
+/// hold.
+template <class D>
+int MatchVectors(D d, const uint8_t* pixels, int count, const PixelRange& range, uint8_t* bits)
+{
+    const hn::Repartition<uint8_t, D> bytes;
     const auto low = hn::BitCast(bytes, hn::Set(d, range.low));
     const auto high = hn::BitCast(bytes, hn::Set(d, range.high));
-    const auto lanes = static_cast<int>(hn::Lanes(d));
-    for (; at + lanes <= count; at += lanes) {
+    const auto matches = [&](int at) {
         const auto pixel = hn::LoadU(bytes, pixels + ptrdiff_t{at} * 4);
         const auto clamped = hn::Min(hn::Max(pixel, low), high);
-        std::array<uint8_t, 8> bits{};
-        hn::StoreMaskBits(d, hn::Eq(hn::BitCast(d, pixel), hn::BitCast(d, clamped)), bits.data());
-        uint64_t part = 0;
-        std::memcpy(&part, bits.data(), sizeof part);
-        word |= part << at;
+        return hn::Eq(hn::BitCast(d, pixel), hn::BitCast(d, clamped));
+    };
+    const auto lanes = static_cast<int>(hn::Lanes(d));
+    int at = 0;
+    if (lanes % 8 == 0) {
+        for (; at + lanes <= count; at += lanes)
+            (void)hn::StoreMaskBits(d, matches(at), bits + at / 8);
+        return at;
     }
+    for (; at + 8 <= count; at += 8) {
+        uint8_t byte = 0;
+        for (int part = 0; part < 8; part += lanes) {
+            std::array<uint8_t, 8> some{};
+            (void)hn::StoreMaskBits(d, matches(at + part), some.data());
+            byte = static_cast<uint8_t>(byte | some[0] << part);
+        }
+        bits[at / 8] = byte;
+    }
+    return at;
+}
+#endif
+
+void MatchRow(const uint8_t* pixels, int count, const PixelRange& range, uint64_t* words)
+{
+    int at = 0;
+    words[WordsFor(count) - 1] = 0;
+#if HWY_TARGET != HWY_SCALAR
+    // Written byte by byte, the lowest first, as words are stored on every processor with vectors.
+    at = MatchVectors(hn::ScalableTag<uint32_t>(), pixels, count, range, reinterpret_cast<uint8_t*>(words));
+#else
+    std::fill_n(words, WordsFor(count), 0);
 #endif
     for (; at < count; ++at) {
         uint32_t pixel = 0;
         std::memcpy(&pixel, pixels + ptrdiff_t{at} * 4, sizeof pixel);
-        word |= uint64_t{range.Matches(pixel)} << at;
+        words[at / kBitsPerWord] |= uint64_t{range.Matches(pixel)} << (at % kBitsPerWord);
     }
-    return word;
-}
-
-void MatchRow(const uint8_t* pixels, int count, const PixelRange& range, uint64_t* words)
-{
-    for (; count > 0; count -= kBitsPerWord, pixels += ptrdiff_t{kBitsPerWord} * 4)
-        *words++ = MatchWord(pixels, std::min(count, kBitsPerWord), range);
 }
 
 } // namespace
@@ -70,21 +86,23 @@ PixelRange RangeAround(uint32_t pixel, int tolerance, uint8_t lowestAlpha, uint8
     return range;
 }
 
-std::span<uint64_t> MatchStrip(const CPackedDib& dib, int y, int strip, const PixelRange& range,
-                               const CRegion& clip, uint64_t* words)
+void MatchPixels(const ConstBitmapView& picture, int y, int left, std::span<uint64_t> words,
+                 const PixelRange& range, const CRegion& clip)
 {
-    const int left = strip * kStripPixels;
-    const int count = std::min(kStripPixels, dib.Width() - left);
-    const std::span<uint64_t> matched(words, static_cast<size_t>(WordsFor(count)));
-    HWY_DYNAMIC_DISPATCH(MatchRow)(dib.Row(y) + ptrdiff_t{left} * 4, count, range, words);
-    if (!clip.IsEmpty()) {
-        std::array<uint64_t, kStripWords> inside{};
-        VisitRow(clip, y, left, left + count,
-                 [&](int from, int to) { SetBits(inside, from - left, to - left); });
-        for (size_t word = 0; word < matched.size(); ++word)
-            matched[word] &= inside[word];
-    }
-    return matched;
+    const int count = std::min(static_cast<int>(words.size()) * kBitsPerWord, picture.width - left);
+    HWY_DYNAMIC_DISPATCH(MatchRow)(picture.Row(y) + ptrdiff_t{left} * 4, count, range, words.data());
+    if (clip.IsEmpty())
+        return;
+    int at = left;
+    const auto clear = [&](int from, int to) {
+        if (from < to)
+            ClearBits(words, from - left, to - left);
+    };
+    VisitRow(clip, y, left, left + count, [&](int from, int to) {
+        clear(at, from);
+        at = to;
+    });
+    clear(at, left + count);
 }
 
 #endif

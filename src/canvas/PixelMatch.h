@@ -29,17 +29,7 @@ struct PixelRange {
 [[nodiscard]] PixelRange RangeAround(uint32_t pixel, int tolerance, uint8_t lowestAlpha,
                                      uint8_t highestAlpha);
 
-/// Pixels matched at a time; a multiple of kBitsPerWord.
-inline constexpr int kStripPixels = 4096;
-inline constexpr int kStripWords = WordsFor(kStripPixels);
-
-/// Number of strips that a row of so many pixels has.
-[[nodiscard]] constexpr int StripsFor(int pixels)
-{
-    return (pixels + kStripPixels - 1) / kStripPixels;
-}
-
-/// Sets the bit of every pixel of a row's strip that matches and lies in the region; an empty region stands
-/// for everywhere. Writes as many words as the strip has; returns them.
-std::span<uint64_t> MatchStrip(const CPackedDib& dib, int y, int strip, const PixelRange& range,
-                               const CRegion& clip, uint64_t* words);
+/// Sets the bit of every pixel of row y, from `left` on, that matches and lies in the region; an empty region
+/// stands for everywhere. left: a multiple of kBitsPerWord. Pixels beyond the end of the row give 0.
+void MatchPixels(const ConstBitmapView& picture, int y, int left, std::span<uint64_t> words,
+                 const PixelRange& range, const CRegion& clip);
