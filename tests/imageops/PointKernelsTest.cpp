@@ -52,7 +52,7 @@ TEST(GrayDib, EqualsReferenceForEveryColour)
     auto* pixels = reinterpret_cast<uint32_t*>(colours.Bits().data());
     for (uint32_t colour = 0; colour < 1u << 24; ++colour)
         pixels[colour] = colour;
-    EXPECT_TRUE(SameBytes(GrayDib(colours), reference::GrayDib(colours)));
+    ExpectEverywhere(GrayDib, colours, reference::GrayDib(colours));
     EXPECT_TRUE(SameBytes(GrayDib(DibOf(3, 1, {0x80000064, 0x00C80000, 0xFF006400})),
                           DibOf(3, 1, {0x800B0B0B, 0x003C3C3C, 0xFF3B3B3B})));
 }
