@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/SettingsStore.h"
 #include "cli/CommandLine.h"
 
 #include <iostream>
@@ -6,5 +7,6 @@
 int main(int count, char** words)
 {
     std::ios::sync_with_stdio(false);
-    return RunCommandLine({words + 1, words + count}, {std::cin, std::cout, std::cerr});
+    CSettingsStore userSettings;
+    return RunCommandLine({words + 1, words + count}, {std::cin, std::cout, std::cerr, &userSettings});
 }

@@ -151,8 +151,12 @@ TEST(CommandLine, BuiltProgramEndsWithTheStatus)
     EXPECT_EQ(StatusOf("info /nowhere.png"), 1);
     EXPECT_EQ(StatusOf("convert /nowhere.png /nowhere.pxd"), 1);
     EXPECT_EQ(StatusOf("run --nonsense"), 2);
-    // What goes to the two streams stands in order.
     const CTemporaryFolder folder;
+    const std::string home = "XDG_CONFIG_HOME=" + folder.Path().string() + " ";
+    const std::string program = home + PIXOLUNE_CLI " run - --user-settings";
+    EXPECT_EQ(std::system(("echo set JPGQuality 41 | " + program).c_str()), 0);
+    EXPECT_EQ(std::system(("echo get JPGQuality | " + program + " | grep -q \"JPGQuality 41\"").c_str()), 0);
+    // What goes to the two streams stands in order.
     const std::string log = folder.File("log").string();
     const std::string script = "'echo a\\nundo\\necho b\\nx\\n'";
     const std::string call = "printf " + script + " | " PIXOLUNE_CLI " run --keep-going - > " + log + " 2>&1";

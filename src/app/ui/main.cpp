@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/SettingsStore.h"
 #include "app/ui/ChildFrame.h"
 #include "app/ui/MainFrame.h"
 #include "app/ui/QtClipboard.h"
 #include "app/ui/QtUserInterface.h"
-#include "app/ui/SettingsStore.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -38,14 +38,14 @@ int main(int argc, char** argv)
                                     QStringLiteral("[file...]"));
     arguments.process(application);
 
-    QSettings configuration(QStringLiteral("Morvandelite"), QStringLiteral("Morvandelite Pixolune"));
-    CSettingsStore store(configuration);
+    const std::unique_ptr<QSettings> configuration = OpenUserConfiguration();
+    CSettingsStore store(*configuration);
     CQtUserInterface ui(!arguments.isSet(grab));
     CQtClipboard clipboard;
     CPixoluneApp app(ui, clipboard);
     app.Settings().ReadAll(store);
 
-    CMainFrame window(app, configuration);
+    CMainFrame window(app, *configuration);
     ui.Attach(&window, &window.StatusBar());
     const QStringList files = arguments.positionalArguments();
     if (files.isEmpty()) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/ui/SettingsStore.h"
+#include "app/SettingsStore.h"
 
 #include "platform/ui/QtText.h"
 
@@ -14,6 +14,12 @@ QString Key(std::string_view name)
 
 } // namespace
 
+CSettingsStore::CSettingsStore(QSettings& configuration) : m_configuration(configuration) {}
+
+CSettingsStore::CSettingsStore() : m_owned(OpenUserConfiguration()), m_configuration(*m_owned) {}
+
+CSettingsStore::~CSettingsStore() = default;
+
 std::optional<int32_t> CSettingsStore::Read(std::string_view name) const
 {
     bool isNumber = false;
@@ -26,4 +32,10 @@ std::optional<int32_t> CSettingsStore::Read(std::string_view name) const
 void CSettingsStore::Write(std::string_view name, int32_t value)
 {
     m_configuration.setValue(Key(name), value);
+}
+
+std::unique_ptr<QSettings> OpenUserConfiguration()
+{
+    return std::make_unique<QSettings>(QStringLiteral("Morvandelite"),
+                                       QStringLiteral("Morvandelite Pixolune"));
 }
