@@ -2,6 +2,7 @@
 #include "fileio/FormatTable.h"
 
 #include "fileio/AnimatedCursorReader.h"
+#include "fileio/AviImport.h"
 #include "fileio/GifReader.h"
 #include "fileio/IconReader.h"
 #include "fileio/NativeFile.h"
@@ -30,6 +31,7 @@ constexpr FormatRow kRows[] = {
     {"Windows icon", "ICO", ReadObjects<LoadIconFile>},
     {"Windows cursor", "CUR", ReadObjects<LoadIconFile>},
     {"Windows animated cursor", "ANI", ReadObjects<LoadAnimatedCursorFile>},
+    {"AVI video", "AVI", ReadObjects<LoadAviFile>},
     {"Pixolune document", "PXD", ReadNative},
     {"Windows bitmap", "BMP DIB", ReadSinglePicture<CImage::LoadBmpFile>},
     {"JPEG picture", "JPG JPEG", ReadSinglePicture<CImage::LoadJPGFile>},

@@ -25,7 +25,6 @@ constexpr uint8_t kHasTransparentIndex = 0x01;
 /// Pixels that a file may claim without showing data for them, and how many a byte of data can give.
 constexpr uint64_t kFreePixels = uint64_t{1} << 24;
 constexpr uint64_t kPixelsPerByte = 4096;
-constexpr uint64_t kMaxPixelsInFile = uint64_t{1} << 30;
 
 /// Colours the picture's first `count` stored indices; what was not decoded stays transparent black.
 void PlaceIndices(const uint8_t* indices, size_t count, const std::array<RgbQuad, 256>& colours,
@@ -140,7 +139,8 @@ void CGifReader::JoinSubBlocks()
 bool CGifReader::IsBelievable(uint64_t pixels)
 {
     const uint64_t claimed = m_pixels + pixels;
-    if (pixels == 0 || claimed > kMaxPixelsInFile || claimed > kFreePixels + m_data.Size() * kPixelsPerByte)
+    if (pixels == 0 || claimed > static_cast<uint64_t>(kMaxLoadedPixels) ||
+        claimed > kFreePixels + m_data.Size() * kPixelsPerByte)
         return false;
     m_pixels = claimed;
     return true;

@@ -8,6 +8,9 @@
 
 #include <filesystem>
 
+/// Pixels that one file may bring, all its pictures together: four gigabytes.
+inline constexpr int64_t kMaxLoadedPixels = int64_t{1} << 30;
+
 /// Puts a 32-bit picture that was read on top of the canvas: visible, without a name, which the document
 /// gives.
 inline CPicObject& AppendPicture(CObjectCanvas& canvas, CPackedDib dib, Point position = {})

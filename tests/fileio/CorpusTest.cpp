@@ -11,7 +11,7 @@
 
 namespace {
 
-const std::vector<std::string> kFormats = {"gif", "ico", "cur", "ani"};
+const std::vector<std::string> kFormats = {"gif", "ico", "cur", "ani", "avi"};
 
 /// "7" or "0-1".
 bool IsCount(const std::string& stated, size_t count)
