@@ -182,12 +182,14 @@ bool ReadSamples(TIFF* tiff, const TiffLayout& layout, CPackedDib& dib, IProgres
     return true;
 }
 
-/// Through the library's conversion of everything to RGBA, for the rarer kinds of colour.
+/// Through the library's conversion of everything to RGBA, for the rarer kinds of colour. It stops at the
+/// first broken strip or tile; what came before is kept.
 bool ReadConverted(TIFF* tiff, CPackedDib& dib)
 {
+    constexpr int kStopAtError = 1;
     char message[1024] = {};
     TIFFRGBAImage image = {};
-    if (TIFFRGBAImageOK(tiff, message) == 0 || TIFFRGBAImageBegin(&image, tiff, 0, message) == 0)
+    if (TIFFRGBAImageOK(tiff, message) == 0 || TIFFRGBAImageBegin(&image, tiff, kStopAtError, message) == 0)
         return false;
     // As stored, with the bottom row first.
     image.orientation = ORIENTATION_TOPLEFT;
@@ -196,7 +198,8 @@ bool ReadConverted(TIFF* tiff, CPackedDib& dib)
     const bool isRead = TIFFRGBAImageGet(&image, raster, image.width, image.height) != 0;
     const bool hasAlpha = image.alpha != 0;
     TIFFRGBAImageEnd(&image);
-    if (!isRead)
+    const std::span<const uint8_t> bits = dib.Bits();
+    if (!isRead && std::all_of(bits.begin(), bits.end(), [](uint8_t byte) { return byte == 0; }))
         return false;
     for (int y = 0; y < dib.Height(); ++y) {
         uint8_t* row = dib.Row(y);

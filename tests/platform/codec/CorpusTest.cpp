@@ -2,6 +2,7 @@
 #include "platform/codec/CodecSupport.h"
 
 #include <algorithm>
+#include <random>
 
 namespace {
 
@@ -55,6 +56,29 @@ TEST(Corpus, TruncatedFilesLoadInPartOrFail)
         // Nearly whole, something must be there; the directory of a TIFF file often is its end.
         if (path.extension() != ".tif" && path.extension() != ".tiff") {
             EXPECT_FALSE(LoadBytes(std::span(whole).first(whole.size() * 9 / 10), path).IsEmpty());
+        }
+    }
+    EXPECT_GT(loaded, 0);
+}
+
+TEST(Corpus, DamagedFilesLoadOrFail)
+{
+    REQUIRE_CORPUS(folder, "");
+    const CTemporaryFolder temporary;
+    std::mt19937 random(3);
+    int loaded = 0;
+    for (const CorpusFile& file : CorpusFiles(kFormats)) {
+        SCOPED_TRACE(file.path);
+        const std::vector<uint8_t> whole = FileContent(folder / file.path);
+        const std::string extension = std::filesystem::path(file.path).extension().string();
+        for (int step = 0; step < 15 && !whole.empty() && whole.size() < 100'000; ++step) {
+            std::vector<uint8_t> damaged = whole;
+            // Mostly in the header, where the numbers are that other things depend on.
+            for (uint32_t count = 1 + random() % 4; count > 0; --count)
+                damaged[random() % (step % 3 == 0 ? damaged.size() : std::min<size_t>(damaged.size(), 150))] =
+                    static_cast<uint8_t>(random() % 3 == 0 ? 255 : random());
+            const CPackedDib dib = LoadBytes(damaged, temporary.File("damaged" + extension));
+            loaded += dib.IsEmpty() ? 0 : 1;
         }
     }
     EXPECT_GT(loaded, 0);
