@@ -1,55 +1,313 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/BlendRows.h"
 
-#include <algorithm>
+#include "model/BlendPixels.h"
+
 #include <cstring>
 
-namespace {
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "model/BlendRows.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
 
-int RemainingAlpha(const uint8_t* source, uint8_t transparency)
+HWY_BEFORE_NAMESPACE();
+namespace {
+namespace HWY_NAMESPACE {
+
+inline bool RestIsOpaque(const uint8_t* row, size_t pixels)
 {
-    return std::max(0, source[3] - transparency);
+    while (pixels > 0 && row[3] == 255) {
+        --pixels;
+        row += 4;
+    }
+    return pixels == 0;
 }
 
+#if HWY_TARGET == HWY_SCALAR
+
+template <auto BlendPixel>
+void BlendRow(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
+{
+    for (; pixels > 0; --pixels, destination += 4, source += 4)
+        BlendPixel(destination, source, source[3] - transparency);
+}
+
+void Weighted(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
+{
+    BlendRow<BlendPixelWeighted>(destination, source, pixels, transparency);
+}
+
+void Over(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
+{
+    BlendRow<BlendPixelOver>(destination, source, pixels, transparency);
+}
+
+void Copy(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
+{
+    BlendRow<CopyPixelLessTransparency>(destination, source, pixels, transparency);
+}
+
+bool IsOpaque(const uint8_t* row, size_t pixels)
+{
+    return RestIsOpaque(row, pixels);
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Pixels = hn::ScalableTag<uint32_t>;
+using Words = hn::RepartitionToNarrow<Pixels>;
+using SignedWords = hn::RebindToSigned<Words>;
+using Bytes = hn::RepartitionToNarrow<Words>;
+using PixelVector = hn::Vec<Pixels>;
+using WordVector = hn::Vec<Words>;
+
+/// The alpha byte of every pixel in all four of its bytes.
+HWY_INLINE PixelVector SpreadAlpha(PixelVector pixels)
+{
+    alignas(16) static constexpr uint8_t kAlphaBytes[16] = {3,  3,  3,  3,  7,  7,  7,  7,
+                                                            11, 11, 11, 11, 15, 15, 15, 15};
+    const auto order = hn::LoadDup128(Bytes(), kAlphaBytes);
+    return hn::BitCast(Pixels(), hn::TableLookupBytes(hn::BitCast(Bytes(), pixels), order));
+}
+
+/// Subtracts from every alpha byte, not below 0. `less` has only alpha bytes.
+HWY_INLINE PixelVector LessAlpha(PixelVector pixels, PixelVector less)
+{
+    return hn::BitCast(Pixels(), hn::SaturatedSub(hn::BitCast(Bytes(), pixels), hn::BitCast(Bytes(), less)));
+}
+
+/// Blue and red of every pixel as 16-bit numbers.
+HWY_INLINE WordVector EvenBytes(PixelVector pixels)
+{
+    return hn::And(hn::BitCast(Words(), pixels), hn::Set(Words(), 0x00FF));
+}
+
+/// Green and alpha.
+HWY_INLINE WordVector OddBytes(PixelVector pixels)
+{
+    return hn::ShiftRight<8>(hn::BitCast(Words(), pixels));
+}
+
+HWY_INLINE PixelVector JoinBytes(WordVector even, WordVector odd)
+{
+    return hn::BitCast(Pixels(), hn::Or(even, hn::ShiftLeft<8>(odd)));
+}
+
+/// x / 255 for x below 65535.
+HWY_INLINE WordVector DivideBy255(WordVector x)
+{
+    return hn::ShiftRight<8>(hn::Add(hn::Add(x, hn::Set(Words(), 1)), hn::ShiftRight<8>(x)));
+}
+
+/// Calls `step(destination, source)` for a vector of pixels at a time; the last ones are copied into a
+/// full vector and back.
+template <typename Step>
+HWY_INLINE void ForEachVector(uint8_t* HWY_RESTRICT destination, const uint8_t* HWY_RESTRICT source,
+                              size_t pixels, const Step& step)
+{
+    const size_t bytesAtOnce = hn::Lanes(Bytes());
+    const size_t bytes = pixels * 4;
+    size_t at = 0;
+    for (; at + bytesAtOnce <= bytes; at += bytesAtOnce) {
+        step(reinterpret_cast<uint32_t*>(destination + at), reinterpret_cast<const uint32_t*>(source + at));
+    }
+    if (at == bytes)
+        return;
+    HWY_ALIGN uint32_t lastDestination[hn::MaxLanes(Pixels())] = {};
+    HWY_ALIGN uint32_t lastSource[hn::MaxLanes(Pixels())] = {};
+    std::memcpy(lastDestination, destination + at, bytes - at);
+    std::memcpy(lastSource, source + at, bytes - at);
+    step(lastDestination, lastSource);
+    std::memcpy(destination + at, lastDestination, bytes - at);
+}
+
+void Weighted(uint8_t* HWY_RESTRICT destination, const uint8_t* HWY_RESTRICT source, size_t pixels,
+              uint8_t transparency)
+{
+    const auto less = hn::Set(Pixels(), uint32_t{transparency} << 24);
+    const auto none = hn::Zero(Pixels());
+    const auto full = hn::Set(Pixels(), 0xFFFFFFFFu);
+    const auto one = hn::Set(Words(), 0x8000);
+    ForEachVector(destination, source, pixels, [&](uint32_t* to, const uint32_t* from) HWY_ATTR {
+        const auto above = hn::LoadU(Pixels(), from);
+        const auto e = SpreadAlpha(LessAlpha(above, less));
+        const auto clear = hn::Eq(e, none);
+        if (hn::AllTrue(Pixels(), clear))
+            return;
+        const auto opaque = hn::Eq(e, full);
+        if (hn::AllTrue(Pixels(), opaque)) {
+            hn::StoreU(above, Pixels(), to);
+            return;
+        }
+        // e * 32768 / 255 is e * 257 / 2 below 255, and e twice in 16 bits is e * 257.
+        const auto weight = hn::ShiftRight<1>(hn::BitCast(Words(), e));
+        const auto rest = hn::Sub(one, weight);
+        const auto below = hn::LoadU(Pixels(), to);
+        const auto mix = [&](WordVector a, WordVector b)
+                             HWY_ATTR { return hn::Add(hn::MulHigh(a, weight), hn::MulHigh(b, rest)); };
+        const auto half = hn::BitCast(Bytes(), JoinBytes(mix(EvenBytes(above), EvenBytes(below)),
+                                                         mix(OddBytes(above), OddBytes(below))));
+        const auto mixed = hn::BitCast(Pixels(), hn::Add(half, half));
+        hn::StoreU(hn::IfThenElse(opaque, above, hn::IfThenElse(clear, below, mixed)), Pixels(), to);
+    });
+}
+
+/// sum / divisor for sums up to 255 * divisor; divisor: 1..255 in both halves of a pixel.
+struct Divisor {
+    WordVector divisor;
+    WordVector reciprocal;
+
+    HWY_INLINE explicit Divisor(PixelVector each)
+    {
+        // The quotient of 65535 is exact in single precision; what is cut off makes a result too small by
+        // at most 1.
+        const hn::RebindToFloat<Pixels> floats;
+        const hn::RebindToSigned<Pixels> integers;
+        const auto value = hn::ConvertTo(floats, hn::BitCast(integers, each));
+        const auto quotient = hn::ConvertTo(integers, hn::Div(hn::Set(floats, 65535.0F), value));
+        divisor = InBothHalves(each);
+        reciprocal = InBothHalves(hn::BitCast(Pixels(), quotient));
+    }
+
+    HWY_INLINE WordVector Divide(WordVector sum) const
+    {
+        const auto quotient = hn::MulHigh(sum, reciprocal);
+        const auto remainder = hn::Sub(sum, hn::Mul(quotient, divisor));
+        const auto exact = hn::Gt(hn::BitCast(SignedWords(), divisor), hn::BitCast(SignedWords(), remainder));
+        const auto lessOne = hn::BitCast(Words(), hn::VecFromMask(SignedWords(), exact));
+        return hn::Add(quotient, hn::Add(hn::Set(Words(), 1), lessOne));
+    }
+
+    static HWY_INLINE WordVector InBothHalves(PixelVector value)
+    {
+        return hn::BitCast(Words(), hn::Or(value, hn::ShiftLeft<16>(value)));
+    }
+};
+
+/// `source` with the alphas of `alpha`.
+HWY_INLINE PixelVector WithAlpha(PixelVector source, PixelVector alpha)
+{
+    const auto alphaByte = hn::Set(Pixels(), 0xFF000000u);
+    return hn::Or(hn::AndNot(alphaByte, source), hn::And(alphaByte, alpha));
+}
+
+/// Source over an opaque destination: the divisor is 255 everywhere.
+HWY_INLINE PixelVector OverOpaque(PixelVector above, PixelVector below, WordVector s, WordVector rest)
+{
+    const auto mix = [&](WordVector a, WordVector b)
+                         HWY_ATTR { return DivideBy255(hn::Add(hn::Mul(b, rest), hn::Mul(a, s))); };
+    const auto mixed =
+        JoinBytes(mix(EvenBytes(above), EvenBytes(below)), mix(OddBytes(above), OddBytes(below)));
+    return WithAlpha(mixed, hn::Set(Pixels(), 0xFFFFFFFFu));
+}
+
+HWY_INLINE PixelVector OverAny(PixelVector above, PixelVector below, WordVector s, WordVector rest)
+{
+    // (255 - s) * D is split into a multiple of 255 and the rest, so that its product with a colour can be
+    // divided by 255 in 16 bits.
+    const auto share = hn::Mul(rest, OddBytes(SpreadAlpha(below)));
+    const auto whole = DivideBy255(share);
+    const auto part = hn::Sub(hn::Add(share, whole), hn::ShiftLeft<8>(whole));
+    const auto roundedUp = hn::Min(part, hn::Set(Words(), 1));
+    const auto alpha = hn::BitCast(Pixels(), hn::Add(hn::Add(s, whole), roundedUp));
+    const auto alphaOnce = hn::And(alpha, hn::Set(Pixels(), 0xFF));
+    const Divisor divisor(hn::Max(alphaOnce, hn::Set(Pixels(), 1)));
+    const auto mix = [&](WordVector a, WordVector b) HWY_ATTR {
+        const auto kept = hn::Add(hn::Mul(whole, b), DivideBy255(hn::Mul(part, b)));
+        return divisor.Divide(hn::Add(kept, hn::Mul(s, a)));
+    };
+    const auto mixed =
+        JoinBytes(mix(EvenBytes(above), EvenBytes(below)), mix(OddBytes(above), OddBytes(below)));
+    return WithAlpha(mixed, hn::ShiftLeft<24>(alphaOnce));
+}
+
+void Over(uint8_t* HWY_RESTRICT destination, const uint8_t* HWY_RESTRICT source, size_t pixels,
+          uint8_t transparency)
+{
+    const auto less = hn::Set(Pixels(), uint32_t{transparency} << 24);
+    const auto none = hn::Zero(Pixels());
+    const auto full = hn::Set(Pixels(), 0xFFFFFFFFu);
+    ForEachVector(destination, source, pixels, [&](uint32_t* to, const uint32_t* from) HWY_ATTR {
+        const auto above = hn::LoadU(Pixels(), from);
+        const auto e = SpreadAlpha(LessAlpha(above, less));
+        if (hn::AllTrue(Pixels(), hn::Eq(e, full))) {
+            hn::StoreU(above, Pixels(), to);
+            return;
+        }
+        const auto below = hn::LoadU(Pixels(), to);
+        const auto covered = SpreadAlpha(below);
+        if (hn::AllTrue(Pixels(), hn::Eq(e, none))) {
+            hn::StoreU(hn::IfThenZeroElse(hn::Eq(covered, none), below), Pixels(), to);
+            return;
+        }
+        const auto s = OddBytes(e);
+        const auto rest = hn::Sub(hn::Set(Words(), 255), s);
+        const bool opaque = hn::AllTrue(Pixels(), hn::Eq(covered, full));
+        hn::StoreU(opaque ? OverOpaque(above, below, s, rest) : OverAny(above, below, s, rest), Pixels(), to);
+    });
+}
+
+void Copy(uint8_t* HWY_RESTRICT destination, const uint8_t* HWY_RESTRICT source, size_t pixels,
+          uint8_t transparency)
+{
+    const auto less = hn::Set(Pixels(), uint32_t{transparency} << 24);
+    ForEachVector(destination, source, pixels, [&](uint32_t* to, const uint32_t* from) HWY_ATTR {
+        hn::StoreU(LessAlpha(hn::LoadU(Pixels(), from), less), Pixels(), to);
+    });
+}
+
+bool IsOpaque(const uint8_t* row, size_t pixels)
+{
+    const size_t atOnce = hn::Lanes(Pixels());
+    const auto opaque = hn::Set(Pixels(), 0xFF000000u);
+    for (; pixels >= atOnce; pixels -= atOnce, row += atOnce * 4) {
+        const auto these = hn::LoadU(Pixels(), reinterpret_cast<const uint32_t*>(row));
+        if (!hn::AllTrue(Pixels(), hn::Eq(hn::And(these, opaque), opaque)))
+            return false;
+    }
+    return RestIsOpaque(row, pixels);
+}
+
+#endif
+
+} // namespace HWY_NAMESPACE
+} // namespace
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace {
+HWY_EXPORT(Weighted);
+HWY_EXPORT(Over);
+HWY_EXPORT(Copy);
+HWY_EXPORT(IsOpaque);
 } // namespace
 
 void BlendRowWeighted(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
 {
-    for (; pixels > 0; --pixels, destination += 4, source += 4) {
-        const int e = RemainingAlpha(source, transparency);
-        if (e == 0)
-            continue;
-        if (e == 255) {
-            std::memcpy(destination, source, 4);
-            continue;
-        }
-        const int weight = e * 32768 / 255;
-        for (int c = 0; c < 4; ++c) {
-            const int mixed =
-                2 * ((destination[c] * (32768 - weight)) >> 16) + 2 * ((source[c] * weight) >> 16);
-            destination[c] = static_cast<uint8_t>(mixed);
-        }
-    }
+    HWY_DYNAMIC_DISPATCH(Weighted)(destination, source, pixels, transparency);
 }
 
 void BlendRowOver(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
 {
-    for (; pixels > 0; --pixels, destination += 4, source += 4) {
-        const int s = RemainingAlpha(source, transparency);
-        const int below = (255 - s) * destination[3];
-        const int alpha = 255 - (255 - destination[3]) * (255 - s) / 255;
-        for (int c = 0; c < 3; ++c) {
-            const int sum = below * destination[c] / 255 + s * source[c];
-            destination[c] = static_cast<uint8_t>(std::min(255, sum / std::max(1, alpha)));
-        }
-        destination[3] = static_cast<uint8_t>(alpha);
-    }
+    HWY_DYNAMIC_DISPATCH(Over)(destination, source, pixels, transparency);
 }
 
 void CopyRowLessTransparency(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
 {
-    for (; pixels > 0; --pixels, destination += 4, source += 4) {
-        std::memcpy(destination, source, 3);
-        destination[3] = static_cast<uint8_t>(RemainingAlpha(source, transparency));
-    }
+    HWY_DYNAMIC_DISPATCH(Copy)(destination, source, pixels, transparency);
 }
+
+bool IsRowOpaque(const uint8_t* row, size_t pixels)
+{
+    return HWY_DYNAMIC_DISPATCH(IsOpaque)(row, pixels);
+}
+
+bool HasVectorInstructions()
+{
+    return (hwy::SupportedTargets() & ~(HWY_SCALAR | HWY_EMU128)) != 0;
+}
+
+#endif

@@ -1,23 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/Compositing.h"
 
-#include "model/IntegerPath.h"
+#include "model/BlendPixels.h"
 #include "model/LayerStack.h"
 #include "model/Placement.h"
 
+#include <vector>
+
 PixelPath ProbePixelPath()
 {
-    // Every processor this is built for has vector instructions.
-    return PixelPath::Weighted;
+    static const PixelPath path = HasVectorInstructions() ? PixelPath::Weighted : PixelPath::Integer;
+    return path;
 }
+
+namespace {
+
+void DrawOne(const BitmapView& destination, Point origin, const CPackedDib& source, Point position,
+             uint8_t transparency, int zoom, RowBlend blend)
+{
+    const PictureLayer layer{ViewOf(source),
+                             Place(source.Size(), position, zoom, destination.Extent(), origin), transparency,
+                             blend};
+    DrawLayers(destination, {&layer, 1});
+}
+
+} // namespace
 
 void CompositeWeighted(const BitmapView& destination, Point destinationOrigin, const CPackedDib& source,
                        Point sourcePosition, uint8_t transparency, int zoom)
 {
-    const PictureLayer layer{
-        ViewOf(source), transparency,
-        Place(source.Size(), sourcePosition, zoom, destination.Extent(), destinationOrigin)};
-    DrawLayers(destination, {&layer, 1}, BlendRowWeighted);
+    DrawOne(destination, destinationOrigin, source, sourcePosition, transparency, zoom, BlendRowWeighted);
 }
 
 void CompositeInteger(const BitmapView& destination, Point destinationOrigin, CPackedDib& source,
@@ -39,10 +51,7 @@ void CompositeInteger(const BitmapView& destination, Point destinationOrigin, CP
 void CompositeOver(const BitmapView& destination, Point destinationOrigin, const CPackedDib& source,
                    Point sourcePosition, uint8_t transparency)
 {
-    const PictureLayer layer{
-        ViewOf(source), transparency,
-        Place(source.Size(), sourcePosition, 1, destination.Extent(), destinationOrigin)};
-    DrawLayers(destination, {&layer, 1}, BlendRowOver);
+    DrawOne(destination, destinationOrigin, source, sourcePosition, transparency, 1, BlendRowOver);
 }
 
 namespace {
@@ -77,8 +86,9 @@ void CompositeForDisplay(const BitmapView& destination, Point destinationOrigin,
     }
     std::vector<PictureLayer> layers;
     VisitPictures(canvas.objects, floating, [&](const CPackedDib& dib, Point position, uint8_t transparency) {
-        layers.push_back({ViewOf(dib), transparency,
-                          Place(dib.Size(), position, zoom, destination.Extent(), destinationOrigin)});
+        layers.push_back({ViewOf(dib),
+                          Place(dib.Size(), position, zoom, destination.Extent(), destinationOrigin),
+                          transparency, BlendRowWeighted});
     });
-    DrawLayers(destination, layers, BlendRowWeighted);
+    DrawLayers(destination, layers);
 }

@@ -16,6 +16,7 @@ CPackedDib FlattenObjects(const CObjectList& objects, const Rect& rect)
             continue;
         PictureLayer layer;
         layer.transparency = object->transparency;
+        layer.blend = layers.empty() ? CopyRowLessTransparency : BlendRowOver;
         if (object->image && !object->image->Dib().IsEmpty()) {
             const CPackedDib& dib = object->image->Dib();
             layer.pixels = ViewOf(dib);
@@ -23,11 +24,7 @@ CPackedDib FlattenObjects(const CObjectList& objects, const Rect& rect)
         }
         layers.push_back(layer);
     }
-    if (!layers.empty()) {
-        const std::span<const PictureLayer> all = layers;
-        DrawLayers(view, all.first(1), CopyRowLessTransparency);
-        DrawLayers(view, all.subspan(1), BlendRowOver);
-    }
+    DrawLayers(view, layers);
     return frame;
 }
 

@@ -7,12 +7,16 @@
 
 #include <span>
 
-/// A 32-bit picture as it is to be drawn on one destination.
+/// A 32-bit picture as it is to be drawn on one destination. `blend` must put nothing but the source pixel
+/// where the source is opaque and the transparency 0.
 struct PictureLayer {
     ConstBitmapView pixels;
-    uint8_t transparency = 0;
     Placement placement;
+    uint8_t transparency = 0;
+    RowBlend blend = BlendRowWeighted;
 };
 
-/// Draws the layers, the first one lowest, each row by `blend`.
-void DrawLayers(const BitmapView& destination, std::span<const PictureLayer> layers, RowBlend blend);
+/// Draws the layers, the first one lowest. The destination is cut into pieces that stay in the cache while
+/// every layer passes over them, beginning with the topmost layer that hides all below; the pieces are
+/// spread over the processors where that pays.
+void DrawLayers(const BitmapView& destination, std::span<const PictureLayer> layers);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/BlendPixels.h"
 #include "model/BlendRows.h"
 #include "model/Compositing.h"
-#include "model/IntegerPath.h"
 
 #include <algorithm>
 #include <cstring>
