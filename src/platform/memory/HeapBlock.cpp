@@ -5,6 +5,10 @@
 #include <cstdlib>
 #include <utility>
 
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
+
 namespace {
 
 constexpr size_t kAlignment = 64;
@@ -22,6 +26,19 @@ bool AllocationMayProceed()
             return true;
     }
     return left == kNeverFails;
+}
+
+/// Asks for large pages under a large block: far fewer page faults when it is filled, and fewer misses of
+/// the address translation when rows of many pictures are read side by side.
+void PreferLargePages([[maybe_unused]] void* block, [[maybe_unused]] size_t bytes)
+{
+#ifdef __linux__
+    constexpr uintptr_t kLargePage = uintptr_t{2} << 20;
+    const uintptr_t begin = (reinterpret_cast<uintptr_t>(block) + kLargePage - 1) / kLargePage * kLargePage;
+    const uintptr_t end = (reinterpret_cast<uintptr_t>(block) + bytes) / kLargePage * kLargePage;
+    if (begin < end)
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE); // only a hint
+#endif
 }
 
 } // namespace
@@ -55,6 +72,7 @@ CHeapBlock CHeapBlock::Allocate(size_t bytes, size_t alignedOffset, BlockContent
                                                          : std::malloc(bytes + kAlignment);
     if (block.m_allocation == nullptr)
         return block;
+    PreferLargePages(block.m_allocation, bytes);
     const auto address = reinterpret_cast<uintptr_t>(block.m_allocation) + alignedOffset;
     const size_t shift = (kAlignment - address % kAlignment) % kAlignment;
     block.m_data = static_cast<uint8_t*>(block.m_allocation) + shift;
