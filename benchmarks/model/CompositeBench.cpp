@@ -98,6 +98,18 @@ std::shared_ptr<CObjectCanvas> CanvasOf(const std::vector<CPackedDib>& pictures)
     return canvas;
 }
 
+/// Our time at a zoom; the objects are as large as before, so that some of them fill the view.
+void AddZoomedView(int zoom)
+{
+    for (const Threads threads : kBothThreads) {
+        AddCase({"composite/50-objects-zoom" + std::to_string(zoom), "1920x1080", "ours", threads, 0}, [=] {
+            const auto view = std::make_shared<CPackedDib>(CPackedDib::Create(kView.width, kView.height, 32));
+            const auto canvas = CanvasOf(Pieces(false));
+            return [=] { CompositeForDisplay(ViewOf(*view), {0, 0}, *canvas, zoom); };
+        });
+    }
+}
+
 void AddView()
 {
     const std::string operation = "composite/50-objects";
@@ -195,6 +207,8 @@ const bool kRegistered = [] {
     for (const int megapixels : kMegapixels)
         AddOverOpaque(megapixels);
     AddView();
+    for (const int zoom : {2, 8, -2, -5})
+        AddZoomedView(zoom);
     AddOverWithAlpha(4);
     AddZoom();
     return true;

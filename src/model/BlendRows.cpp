@@ -7,6 +7,7 @@
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "model/BlendRows.cpp"
+#include <hwy/cache_control.h>
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -101,6 +102,10 @@ HWY_INLINE WordVector DivideBy255(WordVector x)
     return hn::ShiftRight<8>(hn::Add(hn::Add(x, hn::Set(Words(), 1)), hn::ShiftRight<8>(x)));
 }
 
+/// How far ahead memory is asked for. Rows of neighbours in memory follow each other, so that reaching past
+/// the end of a row is right as well; the processor's own prefetching stops at every page.
+constexpr size_t kPrefetchBytes = 2048;
+
 /// Calls `step(destination, source)` for a vector of pixels at a time; the last ones are copied into a
 /// full vector and back.
 template <typename Step>
@@ -111,6 +116,8 @@ HWY_INLINE void ForEachVector(uint8_t* HWY_RESTRICT destination, const uint8_t* 
     const size_t bytes = pixels * 4;
     size_t at = 0;
     for (; at + bytesAtOnce <= bytes; at += bytesAtOnce) {
+        hwy::Prefetch(source + at + kPrefetchBytes);
+        hwy::Prefetch(destination + at + kPrefetchBytes);
         step(reinterpret_cast<uint32_t*>(destination + at), reinterpret_cast<const uint32_t*>(source + at));
     }
     if (at == bytes)

@@ -1,69 +1,70 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/LayerRows.h"
 
+#include <hwy/cache_control.h>
+
 #include <algorithm>
 #include <cassert>
 #include <cstring>
 
 namespace {
 
-uint32_t LoadPixel(const uint8_t* row, int x)
+constexpr ptrdiff_t kPixelBytes = 4;
+
+uint32_t LoadPixel(const uint8_t* at)
 {
     uint32_t pixel = 0;
-    std::memcpy(&pixel, row + ptrdiff_t{x} * 4, sizeof pixel);
+    std::memcpy(&pixel, at, sizeof pixel);
     return pixel;
 }
 
-/// Writes every pixel `times` times, in whole groups of `Group`, the surplus of each overwritten by the next.
+/// Writes every pixel `times` times, in whole groups of `Group`; what is too much the next one overwrites.
 template <int Group> void RepeatPixels(const uint8_t* from, int count, int times, uint32_t* to)
 {
-    for (int i = 0; i < count; ++i, to += times)
-        std::fill_n(to, Group, LoadPixel(from, i));
+    for (int i = 0; i < count; ++i, to += times, from += kPixelBytes)
+        std::fill_n(to, Group, LoadPixel(from));
 }
 
-template <int Step> void TakeEvery(const uint8_t* from, int count, uint32_t* to)
+/// Takes every `Step`th pixel.
+template <int Step> void SamplePixels(const uint8_t* from, int count, uint32_t* to)
 {
+    constexpr ptrdiff_t kLine = 64;
+    constexpr ptrdiff_t kAhead = 2048;
+    constexpr int kGroup = 16;
+    for (; count >= kGroup; count -= kGroup) {
+        for (int line = 0; line < Step; ++line)
+            hwy::Prefetch(from + kAhead + line * kLine);
+        for (int i = 0; i < kGroup; ++i)
+            to[i] = LoadPixel(from + i * Step * kPixelBytes);
+        to += kGroup;
+        from += kGroup * Step * kPixelBytes;
+    }
     for (int i = 0; i < count; ++i)
-        to[i] = LoadPixel(from, i * Step);
-}
-
-void TakeEvery(const uint8_t* from, int count, int step, uint32_t* to)
-{
-    constexpr std::array kSteps{TakeEvery<2>, TakeEvery<3>, TakeEvery<4>, TakeEvery<5>,
-                                TakeEvery<6>, TakeEvery<7>, TakeEvery<8>};
-    kSteps[static_cast<size_t>(step - 2)](from, count, to);
+        to[i] = LoadPixel(from + i * Step * kPixelBytes);
 }
 
 } // namespace
 
 CLayerRows::CLayerRows(const PictureLayer& layer, int left, int width)
-    : m_layer(layer), m_firstColumn(layer.placement.SourceX(left)),
-      m_phase(static_cast<int>((left + layer.placement.offsetX) % layer.placement.enlargement)),
-      m_width(width)
+    : m_placement(layer.placement), m_topLeft(layer.pixels.top + m_placement.SourceX(left) * kPixelBytes),
+      m_stride(layer.pixels.stride), m_width(width)
 {
-    assert(width <= kMaxColumns);
-    assert(layer.placement.enlargement <= kMaxZoom && layer.placement.step <= kMaxZoom);
+    assert(width <= kMaxColumns || m_placement.IsPlain());
+    assert(m_placement.enlargement <= kMaxZoom && m_placement.step <= kMaxZoom);
+    if (m_placement.enlargement > 1)
+        m_phase = static_cast<int>((left + m_placement.offsetX) % m_placement.enlargement);
 }
 
-const uint8_t* CLayerRows::Row(int y)
+void CLayerRows::Gather(const uint8_t* source)
 {
-    const Placement& placement = m_layer.placement;
-    const int sourceRow = placement.SourceY(y);
-    const uint8_t* source = m_layer.pixels.Row(sourceRow) + ptrdiff_t{m_firstColumn} * 4;
-    const int times = placement.enlargement;
-    if (times == 1 && placement.step == 1)
-        return source;
-    if (sourceRow != m_gatheredRow) {
-        m_gatheredRow = sourceRow;
-        const int repeated = (m_phase + m_width + times - 1) / times;
-        if (times == 1)
-            TakeEvery(source, m_width, placement.step, m_gathered.data());
-        else if (times == 2)
-            RepeatPixels<2>(source, repeated, times, m_gathered.data());
-        else if (times <= 4)
-            RepeatPixels<4>(source, repeated, times, m_gathered.data());
-        else
-            RepeatPixels<8>(source, repeated, times, m_gathered.data());
+    const int times = m_placement.enlargement;
+    if (times == 1) {
+        constexpr std::array kSample{SamplePixels<2>, SamplePixels<3>, SamplePixels<4>, SamplePixels<5>,
+                                     SamplePixels<6>, SamplePixels<7>, SamplePixels<8>};
+        kSample[static_cast<size_t>(m_placement.step - 2)](source, m_width, m_gathered.data());
+        return;
     }
-    return reinterpret_cast<const uint8_t*>(m_gathered.data() + m_phase);
+    const int count = (m_phase + m_width + times - 1) / times;
+    const auto repeat = times == 2 ? RepeatPixels<2> : times <= 4 ? RepeatPixels<4> : RepeatPixels<8>;
+    repeat(source, count, times, m_gathered.data());
 }

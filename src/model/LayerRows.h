@@ -17,15 +17,29 @@ public:
     CLayerRows(const PictureLayer& layer, int left, int width);
 
     /// Destination row y, which must lie in the layer's area. Good until the next call.
-    [[nodiscard]] const uint8_t* Row(int y);
+    [[nodiscard]] const uint8_t* Row(int y)
+    {
+        const int row = m_placement.SourceY(y);
+        const uint8_t* source = m_topLeft + m_stride * row;
+        if (m_placement.IsPlain())
+            return source;
+        if (row != m_gatheredRow) {
+            Gather(source);
+            m_gatheredRow = row;
+        }
+        return reinterpret_cast<const uint8_t*>(m_gathered.data() + m_phase);
+    }
 
 private:
     static constexpr int kMaxZoom = 8;
 
-    const PictureLayer& m_layer;
-    int m_firstColumn; ///< the picture's column in the leftmost destination column
-    int m_phase; ///< destination pixels that the leftmost column shows of m_firstColumn's neighbours' left
+    void Gather(const uint8_t* source);
+
+    const Placement& m_placement;
+    const uint8_t* m_topLeft; ///< the top pixel of the picture's column in the leftmost destination column
+    ptrdiff_t m_stride;
     int m_width;
+    int m_phase = 0; ///< how much of an enlarged pixel lies left of the leftmost destination column
     int m_gatheredRow = -1;
     alignas(64) std::array<uint32_t, kMaxColumns + 4 * kMaxZoom> m_gathered;
 };

@@ -6,15 +6,30 @@
 #include <tbb/blocked_range.h>
 #include <tbb/parallel_for.h>
 
-namespace {
+#include <algorithm>
 
-/// Small enough that many pieces of the layers are hidden as a whole, large enough to be read in long runs.
-constexpr Size kPiece{128, 8};
+namespace {
 
 /// Pixels of all layers that one processor draws in about a tenth of a millisecond.
 constexpr int64_t kPixelsPerBand = 200'000;
 
-template <typename Use> void ForEachStrip(const Rect& rect, int width, Use use)
+/// Width of the pieces that the destination is cut into for several layers, in pixels of the pictures. Their
+/// height is one such pixel. Small, so that much of what lies below an opaque pixel is never read.
+constexpr int kPieceWidth = 32;
+
+/// Calls `use(row)` in the order in which the rows stand in memory.
+template <typename Use> void ForEachRow(const BitmapView& view, int top, int bottom, const Use& use)
+{
+    if (view.stride < 0) {
+        for (int y = bottom - 1; y >= top; --y)
+            use(y);
+    } else {
+        for (int y = top; y < bottom; ++y)
+            use(y);
+    }
+}
+
+template <typename Use> void ForEachStrip(const Rect& rect, int width, const Use& use)
 {
     for (int left = rect.left; left < rect.right; left += width)
         use(Rect{left, rect.top, std::min(rect.right, left + width), rect.bottom});
@@ -25,12 +40,13 @@ void DrawLayer(const BitmapView& destination, const PictureLayer& layer, const R
     const Rect area = layer.placement.area.Intersected(rect);
     if (area.IsEmpty())
         return;
-    ForEachStrip(area, CLayerRows::kMaxColumns, [&](const Rect& strip) {
+    const int widest = layer.placement.IsPlain() ? area.Width() : CLayerRows::kMaxColumns;
+    ForEachStrip(area, widest, [&](const Rect& strip) {
         CLayerRows rows(layer, strip.left, strip.Width());
-        for (int y = strip.top; y < strip.bottom; ++y) {
+        ForEachRow(destination, strip.top, strip.bottom, [&](int y) {
             layer.blend(destination.Row(y) + ptrdiff_t{strip.left} * 4, rows.Row(y),
                         static_cast<size_t>(strip.Width()), layer.transparency);
-        }
+        });
     });
 }
 
@@ -41,7 +57,8 @@ bool Hides(const PictureLayer& layer, const Rect& piece)
         return false;
     CLayerRows rows(layer, piece.left, piece.Width());
     for (int y = piece.top; y < piece.bottom; ++y) {
-        if (!IsRowOpaque(rows.Row(y), static_cast<size_t>(piece.Width())))
+        const uint8_t* row = rows.Row(y);
+        if (row[3] != 255 || !IsRowOpaque(row, static_cast<size_t>(piece.Width())))
             return false;
     }
     return true;
@@ -62,9 +79,11 @@ void DrawBand(const BitmapView& destination, std::span<const PictureLayer> layer
         DrawLayer(destination, layers.front(), band);
         return;
     }
-    for (int top = band.top; top < band.bottom; top += kPiece.height) {
-        const Rect row{band.left, top, band.right, std::min(band.bottom, top + kPiece.height)};
-        ForEachStrip(row, kPiece.width, [&](const Rect& piece) { DrawPiece(destination, layers, piece); });
+    const int enlargement = layers.front().placement.enlargement;
+    for (int top = band.top; top < band.bottom; top += enlargement) {
+        const Rect row{band.left, top, band.right, std::min(band.bottom, top + enlargement)};
+        ForEachStrip(row, kPieceWidth * enlargement,
+                     [&](const Rect& piece) { DrawPiece(destination, layers, piece); });
     }
 }
 
@@ -86,10 +105,10 @@ void DrawLayers(const BitmapView& destination, std::span<const PictureLayer> lay
         DrawBand(destination, layers, bounds);
         return;
     }
-    const auto rows = static_cast<int>(std::max<int64_t>(1, bounds.Height() * kPixelsPerBand / pixels));
-    const int grain = (rows + kPiece.height - 1) / kPiece.height * kPiece.height;
+    const int64_t rows = bounds.Height() * kPixelsPerBand / pixels + 1;
     tbb::parallel_for(
-        tbb::blocked_range<int>(bounds.top, bounds.bottom, grain), [&](const tbb::blocked_range<int>& range) {
+        tbb::blocked_range<int>(bounds.top, bounds.bottom, static_cast<size_t>(rows)),
+        [&](const tbb::blocked_range<int>& range) {
             DrawBand(destination, layers, {bounds.left, range.begin(), bounds.right, range.end()});
         });
 }

@@ -13,9 +13,17 @@ struct Placement {
     int enlargement = 1; ///< destination pixels per picture pixel
     int step = 1;        ///< picture pixels per destination pixel
 
+    /// Whether destination and picture have pixels of one size.
+    [[nodiscard]] bool IsPlain() const { return enlargement == 1 && step == 1; }
     /// The picture's column shown in a destination column of the area.
-    [[nodiscard]] int SourceX(int x) const { return static_cast<int>((x + offsetX) / enlargement * step); }
-    [[nodiscard]] int SourceY(int y) const { return static_cast<int>((y + offsetY) / enlargement * step); }
+    [[nodiscard]] int SourceX(int x) const { return Sample(static_cast<int>(x + offsetX)); }
+    [[nodiscard]] int SourceY(int y) const { return Sample(static_cast<int>(y + offsetY)); }
+
+private:
+    [[nodiscard]] int Sample(int distance) const
+    {
+        return enlargement == 1 ? distance * step : distance / enlargement;
+    }
 };
 
 /// Places a picture with its corner at `position` of a canvas. zoom: n above 1 multiplies the picture's edges
