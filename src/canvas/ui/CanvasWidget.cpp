@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int kWheelNotch = 120;
-constexpr int kLine = 24;      ///< client pixels that one step of a scroll bar moves
+constexpr int kLine = 24;      ///< pixels of the desktop that one step of a scroll bar moves
 constexpr int kWheelLines = 3; ///< steps of one notch
 /// Pixels painted at a time: enough rows to share out, few enough to stay in the cache.
 constexpr int kBandPixels = 1 << 18;
@@ -51,8 +51,6 @@ CCanvasWidget::CCanvasWidget(CPixoluneView& view, QWidget* parent) : QAbstractSc
     viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setAttribute(Qt::WA_NoSystemBackground);
-    for (QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
-        bar->setSingleStep(kLine);
     m_view.SetHost(this);
     OnCursorChanged(m_view.Cursor());
 }
@@ -160,8 +158,10 @@ void CCanvasWidget::UpdateScrollBars()
     // Bars that only each other make necessary are not shown.
     const bool fits = extent.width <= whole.Width() && extent.height <= whole.Height();
     m_updatingBars = true;
-    const auto update = [fits](QScrollBar* bar, int range, int client, int position) {
+    const auto update = [fits, step = qRound(kLine * m_ratio)](QScrollBar* bar, int range, int client,
+                                                               int position) {
         bar->setPageStep(client);
+        bar->setSingleStep(step);
         bar->setRange(0, fits ? 0 : std::max(0, range - client));
         bar->setValue(position);
     };
@@ -227,7 +227,8 @@ void CCanvasWidget::wheelEvent(QWheelEvent* event)
     }
     QPointF delta = event->pixelDelta().isNull()
                         ? QPointF(event->angleDelta()) * (kWheelLines * kLine) / kWheelNotch
-                        : QPointF(event->pixelDelta()) * devicePixelRatioF();
+                        : QPointF(event->pixelDelta());
+    delta *= devicePixelRatioF();
     if (event->modifiers().testFlag(Qt::ShiftModifier) && std::abs(delta.y()) > std::abs(delta.x()))
         delta = delta.transposed();
     const Point scroll = m_view.Geometry().scroll;

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/ui/CanvasWidget.h"
+
+#include "ui/UiTest.h"
+
+#include <QScrollBar>
+#include <QWheelEvent>
+
+namespace {
+
+/// A canvas larger than its window, full of pixels that differ from their neighbours.
+class CCanvasWidgetTest : public testing::Test {
+protected:
+    CCanvasWidgetTest()
+    {
+        CObjectCanvas canvas;
+        canvas.width = 1400;
+        canvas.height = 1000;
+        auto object = MakeShared<CPicObject>(m_document.NewImage(RandomDib(canvas.width, canvas.height, 3)));
+        object->visible = true;
+        canvas.objects.Append(std::move(object));
+        m_document.Adopt(std::move(canvas));
+        m_widget.resize(301, 223);
+        m_widget.show();
+        QCoreApplication::processEvents();
+    }
+
+    void Wheel(const QPointF& at, int notches, Qt::KeyboardModifiers modifiers)
+    {
+        QWheelEvent event(at, m_widget.viewport()->mapToGlobal(at), {}, {0, notches * 120}, Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_widget.viewport(), &event);
+    }
+
+    [[nodiscard]] Point DocumentAt(const QPointF& at) const
+    {
+        const QPointF client = at * m_widget.devicePixelRatioF();
+        return m_view.Geometry().ToDocument(
+            Point{static_cast<int>(client.x()), static_cast<int>(client.y())});
+    }
+
+    CRecordingInterface m_ui;
+    CPrivateClipboard m_clipboard;
+    CPixoluneApp m_app{m_ui, m_clipboard};
+    CPixoluneDoc m_document{m_app.Services()};
+    CPixoluneView m_view{m_document};
+    CCanvasWidget m_widget{m_view};
+};
+
+} // namespace
+
+TEST_F(CCanvasWidgetTest, ShowsTheViewPixelForPixelAtAnyDesktopScale)
+{
+    for (const int zoom : {1, 3, -2}) {
+        SCOPED_TRACE(zoom);
+        m_view.SetZoom(zoom);
+        m_view.SetScroll({37, 21});
+        const QImage shown = m_widget.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const int width = std::min(shown.width(), m_view.Geometry().client.width);
+        const int height = std::min(shown.height(), m_view.Geometry().client.height);
+        ASSERT_GT(width, 250);
+        QImage expected(width, height, QImage::Format_RGB32);
+        m_view.Paint({expected.bits(), expected.bytesPerLine(), width, height}, {0, 0, width, height});
+        EXPECT_EQ(shown.copy(0, 0, width, height), expected);
+    }
+}
+
+TEST_F(CCanvasWidgetTest, WheelZoomsAtThePointerAndScrolls)
+{
+    const QPointF pointer(120, 80);
+    m_view.SetScroll({200, 150});
+    const Point kept = DocumentAt(pointer);
+    Wheel(pointer, 2, Qt::ControlModifier);
+    EXPECT_EQ(m_view.Zoom(), 3);
+    EXPECT_EQ(DocumentAt(pointer), kept);
+    Wheel(pointer, -3, Qt::ControlModifier);
+    EXPECT_EQ(m_view.Zoom(), -2) << "there is no factor between actual size and one half";
+
+    m_view.SetZoom(1);
+    m_view.SetScroll({100, 100});
+    Wheel(pointer, -1, Qt::NoModifier);
+    EXPECT_EQ(m_view.Geometry().scroll.x, 100);
+    EXPECT_GT(m_view.Geometry().scroll.y, 100);
+    EXPECT_EQ(m_widget.verticalScrollBar()->value(), m_view.Geometry().scroll.y);
+    const int down = m_view.Geometry().scroll.y;
+    Wheel(pointer, 1, Qt::ShiftModifier);
+    EXPECT_LT(m_view.Geometry().scroll.x, 100);
+    EXPECT_EQ(m_view.Geometry().scroll.y, down);
+}
+
+TEST_F(CCanvasWidgetTest, MiddleButtonAndSpaceDragTheCanvas)
+{
+    QWidget* port = m_widget.viewport();
+    const auto drag = [&](Qt::MouseButton button) {
+        m_view.SetScroll({100, 100});
+        QTest::mousePress(port, button, {}, {60, 60});
+        QTest::mouseMove(port, {40, 70});
+        QTest::mouseRelease(port, button, {}, {40, 70});
+        const qreal ratio = m_widget.devicePixelRatioF();
+        EXPECT_NEAR(m_view.Geometry().scroll.x, 100 + 20 * ratio, 1);
+        EXPECT_NEAR(m_view.Geometry().scroll.y, 100 - 10 * ratio, 1);
+    };
+    drag(Qt::MiddleButton);
+    QTest::keyPress(&m_widget, Qt::Key_Space);
+    drag(Qt::LeftButton);
+    QTest::keyRelease(&m_widget, Qt::Key_Space);
+    EXPECT_EQ(m_document.Canvas().CountSelected(), 0) << "the tool must not see a drag of the canvas";
+}
+
+TEST_F(CCanvasWidgetTest, EscapeGivesUpADragOfObjects)
+{
+    QWidget* port = m_widget.viewport();
+    QTest::mousePress(port, Qt::LeftButton, {}, {60, 60});
+    QTest::mouseMove(port, {90, 75});
+    EXPECT_NE(m_document.Canvas().objects.Bottom()->x, 0);
+    QTest::keyClick(&m_widget, Qt::Key_Escape);
+    QTest::mouseRelease(port, Qt::LeftButton, {}, {90, 75});
+    EXPECT_EQ(m_document.Canvas().objects.Bottom()->x, 0);
+    EXPECT_EQ(m_document.History().PeekUndo(), nullptr);
+    QTest::keyClick(&m_widget, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(m_document.Canvas().objects.Bottom()->x, 10) << "arrow keys move what is selected";
+}
