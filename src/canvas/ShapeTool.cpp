@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/ShapeTool.h"
+
+#include "canvas/ConstrainedPoint.h"
+#include "canvas/PixoluneView.h"
+#include "canvas/RubberBand.h"
+#include "canvas/ShapeObject.h"
+#include "platform/settings/Settings.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The diameter of a rectangle's corners: fiftieths of the shorter side.
+int CornerDiameter(int roundRadius, const Rect& box)
+{
+    return static_cast<int>(int64_t{roundRadius} * std::min(box.Width(), box.Height()) / 50);
+}
+
+} // namespace
+
+void CShapeTool::Down(const MouseInput& input)
+{
+    m_anchor = m_current = View().Geometry().ToDocument(input.client);
+    m_drawing = true;
+}
+
+void CShapeTool::Follow(const MouseInput& input)
+{
+    View().Invalidate(Touched());
+    const Point point = View().Geometry().ToDocument(input.client);
+    m_current = input.shift ? SnapSquare(m_anchor, point) : point;
+    View().Invalidate(Touched());
+}
+
+void CShapeTool::Move(const MouseInput& input)
+{
+    if (m_drawing)
+        Follow(input);
+}
+
+void CShapeTool::Up(const MouseInput& input)
+{
+    if (!m_drawing)
+        return;
+    Follow(input);
+    View().Invalidate(Touched());
+    m_drawing = false;
+    CPixoluneDoc& document = View().Document();
+    const CSettings& settings = document.Services().settings;
+    const Rect box = Box();
+    const int corner = CornerDiameter(settings.Get(Setting::RoundRadius), box);
+    const ShapeFill fill = settings.IsOn(Setting::FillInsideShape) ? ShapeFill::Filled : ShapeFill::Outline;
+    AddShapeObject(
+        document,
+        PaintShapeOnPic(box, settings.Get(Setting::PaintShapeWidth), m_kind, fill, {corner, corner}),
+        m_kind == ShapeKind::Ellipse ? ObjectListKind::PaintEllipse : ObjectListKind::PaintRectangle,
+        input.button);
+}
+
+void CShapeTool::Cancel()
+{
+    if (m_drawing)
+        View().Invalidate(Touched());
+    m_drawing = false;
+}
+
+Rect CShapeTool::Box() const
+{
+    return {std::min(m_anchor.x, m_current.x), std::min(m_anchor.y, m_current.y),
+            std::max(m_anchor.x, m_current.x), std::max(m_anchor.y, m_current.y)};
+}
+
+Rect CShapeTool::Touched() const
+{
+    const int reach = View().Document().Services().settings.Get(Setting::PaintShapeWidth) / 2 + 1;
+    return View().Geometry().Touched(Box().Inflated(reach));
+}
+
+void CShapeTool::PaintFeedback(const BitmapView& target, const Rect& area) const
+{
+    if (!m_drawing)
+        return;
+    const ViewGeometry& geometry = View().Geometry();
+    const CSettings& settings = View().Document().Services().settings;
+    const auto draw = m_kind == ShapeKind::Ellipse ? InvertEllipse : InvertRectangle;
+    const Rect box = geometry.ToClient(Box());
+    if (settings.IsOn(Setting::FillInsideShape)) {
+        draw(target, area, box);
+        return;
+    }
+    // Both edges of the outline, so that its width shows.
+    const int width = settings.Get(Setting::PaintShapeWidth);
+    const int half = geometry.zoom >= 1 ? width * geometry.zoom / 2 : width / -geometry.zoom / 2;
+    draw(target, area, box.Inflated(half));
+    if (half > 0)
+        draw(target, area, box.Inflated(-half));
+}
