@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imageops/BoxBlur.h"
 #include "imageops/GaussianBlur.h"
-#include "imageops/KernelSupport.h"
+#include "support/KernelSupport.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imageops/EmbossDib.h"
-#include "imageops/KernelSupport.h"
+#include "support/KernelSupport.h"
 #include "imageops/MirrorDib.h"
 #include "imageops/SharpenDib.h"
 #include "imageops/SunspotDib.h"

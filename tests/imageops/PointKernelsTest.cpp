@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imageops/GrayDib.h"
-#include "imageops/KernelSupport.h"
+#include "support/KernelSupport.h"
 #include "imageops/NegativeDib.h"
 
 namespace reference {

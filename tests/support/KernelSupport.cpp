@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "imageops/KernelSupport.h"
+#include "support/KernelSupport.h"
 
 #include <hwy/targets.h>
 
