@@ -2,36 +2,39 @@
 #include "platform/video/VideoFile.h"
 
 #include "platform/codec/AlphaBytes.h"
+#include "platform/video/VideoLibrary.h"
 
 #include <string>
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libavutil/log.h>
-#include <libavutil/pixdesc.h>
-#include <libswscale/swscale.h>
+namespace {
+
+/// Only what the libraries made is ever used, so they are there.
+const VideoLibrary& Video()
+{
+    return *LoadVideoLibrary();
 }
+
+} // namespace
 
 void CVideoFile::Release::operator()(AVCodecContext* codec) const
 {
-    avcodec_free_context(&codec);
+    Video().avcodec_free_context(&codec);
 }
 void CVideoFile::Release::operator()(AVFormatContext* file) const
 {
-    avformat_close_input(&file);
+    Video().avformat_close_input(&file);
 }
 void CVideoFile::Release::operator()(AVFrame* frame) const
 {
-    av_frame_free(&frame);
+    Video().av_frame_free(&frame);
 }
 void CVideoFile::Release::operator()(AVPacket* packet) const
 {
-    av_packet_free(&packet);
+    Video().av_packet_free(&packet);
 }
 void CVideoFile::Release::operator()(SwsContext* scaler) const
 {
-    sws_freeContext(scaler);
+    Video().sws_freeContext(scaler);
 }
 
 namespace {
@@ -39,12 +42,13 @@ namespace {
 AVFormatContext* OpenAvi(const std::filesystem::path& path)
 {
     AVDictionary* options = nullptr;
-    av_dict_set(&options, "protocol_whitelist", "file", 0);
-    av_dict_set(&options, "format_whitelist", "avi", 0);
+    Video().av_dict_set(&options, "protocol_whitelist", "file", 0);
+    Video().av_dict_set(&options, "format_whitelist", "avi", 0);
     AVFormatContext* file = nullptr;
     const std::string url = "file:" + path.string();
-    const int failure = avformat_open_input(&file, url.c_str(), av_find_input_format("avi"), &options);
-    av_dict_free(&options);
+    const int failure =
+        Video().avformat_open_input(&file, url.c_str(), Video().av_find_input_format("avi"), &options);
+    Video().av_dict_free(&options);
     return failure < 0 ? nullptr : file;
 }
 
@@ -60,22 +64,24 @@ int FindVideoStream(const AVFormatContext& file, int ordinal)
 
 bool HasAlpha(int format)
 {
-    const AVPixFmtDescriptor* const description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
+    const AVPixFmtDescriptor* const description =
+        Video().av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
     return description != nullptr && (description->flags & AV_PIX_FMT_FLAG_ALPHA) != 0;
 }
 
 } // namespace
 
-CVideoFile::CVideoFile() : m_frame(av_frame_alloc()), m_packet(av_packet_alloc())
-{
-    // What is wrong with a file is told by the result alone.
-    av_log_set_level(AV_LOG_QUIET);
-}
-
+CVideoFile::CVideoFile() = default;
 CVideoFile::~CVideoFile() = default;
 
 bool CVideoFile::Open(const std::filesystem::path& path)
 {
+    if (LoadVideoLibrary() == nullptr)
+        return false;
+    // What is wrong with a file is told by the result alone.
+    Video().av_log_set_level(AV_LOG_QUIET);
+    m_frame.reset(Video().av_frame_alloc());
+    m_packet.reset(Video().av_packet_alloc());
     m_path = path;
     m_file.reset(OpenAvi(path));
     return m_file != nullptr && m_frame != nullptr && m_packet != nullptr;
@@ -98,17 +104,17 @@ bool CVideoFile::OpenStream(int ordinal)
     if (m_streamIndex < 0)
         return false;
     const AVStream& stream = *m_file->streams[m_streamIndex];
-    const AVCodec* const decoder = avcodec_find_decoder(stream.codecpar->codec_id);
+    const AVCodec* const decoder = Video().avcodec_find_decoder(stream.codecpar->codec_id);
     if (decoder == nullptr)
         return false;
-    m_codec.reset(avcodec_alloc_context3(decoder));
-    if (m_codec == nullptr || avcodec_parameters_to_context(m_codec.get(), stream.codecpar) < 0)
+    m_codec.reset(Video().avcodec_alloc_context3(decoder));
+    if (m_codec == nullptr || Video().avcodec_parameters_to_context(m_codec.get(), stream.codecpar) < 0)
         return false;
     m_codec->thread_count = 1;
     m_codec->max_pixels = kMaxPicturePixels;
     m_isDraining = false;
     m_rate = {stream.time_base.den, stream.time_base.num};
-    return avcodec_open2(m_codec.get(), decoder, nullptr) == 0;
+    return Video().avcodec_open2(m_codec.get(), decoder, nullptr) == 0;
 }
 
 /// Gives the decoder the stream's next packet, or tells it that there are no more.
@@ -116,21 +122,21 @@ bool CVideoFile::FeedDecoder()
 {
     if (m_isDraining)
         return false;
-    while (av_read_frame(m_file.get(), m_packet.get()) == 0) {
+    while (Video().av_read_frame(m_file.get(), m_packet.get()) == 0) {
         const bool isOurs = m_packet->stream_index == m_streamIndex;
         if (isOurs)
-            avcodec_send_packet(m_codec.get(), m_packet.get());
-        av_packet_unref(m_packet.get());
+            Video().avcodec_send_packet(m_codec.get(), m_packet.get());
+        Video().av_packet_unref(m_packet.get());
         if (isOurs)
             return true;
     }
     m_isDraining = true;
-    return avcodec_send_packet(m_codec.get(), nullptr) == 0;
+    return Video().avcodec_send_packet(m_codec.get(), nullptr) == 0;
 }
 
 bool CVideoFile::DecodeNext()
 {
-    while (avcodec_receive_frame(m_codec.get(), m_frame.get()) != 0) {
+    while (Video().avcodec_receive_frame(m_codec.get(), m_frame.get()) != 0) {
         if (!FeedDecoder())
             return false;
     }
@@ -140,7 +146,7 @@ bool CVideoFile::DecodeNext()
 CPackedDib CVideoFile::Converted()
 {
     CPackedDib dib = CPackedDib::Create(m_frame->width, m_frame->height, 32);
-    m_scaler.reset(sws_getCachedContext(
+    m_scaler.reset(Video().sws_getCachedContext(
         m_scaler.release(), m_frame->width, m_frame->height, static_cast<AVPixelFormat>(m_frame->format),
         m_frame->width, m_frame->height, AV_PIX_FMT_BGRA, SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT,
         nullptr, nullptr, nullptr));
@@ -148,7 +154,7 @@ CPackedDib CVideoFile::Converted()
         return {};
     uint8_t* const rows[] = {dib.Row(0)};
     const int strides[] = {-static_cast<int>(dib.Stride())};
-    sws_scale(m_scaler.get(), m_frame->data, m_frame->linesize, 0, m_frame->height, rows, strides);
+    Video().sws_scale(m_scaler.get(), m_frame->data, m_frame->linesize, 0, m_frame->height, rows, strides);
     if (HasAlpha(m_frame->format))
         SettleUnstatedAlpha(dib);
     return dib;
@@ -165,6 +171,6 @@ CPackedDib CVideoFile::NextFrame()
         }
     }
     CPackedDib dib = Converted();
-    av_frame_unref(m_frame.get());
+    Video().av_frame_unref(m_frame.get());
     return dib;
 }
