@@ -86,6 +86,8 @@ public:
             }
         }));
         m_decoder.progress = nullptr;
+        for (auto y = static_cast<int>(done); y < dib.Height(); ++y)
+            std::fill_n(dib.Row(y), dib.Stride(), uint8_t{0});
         return done > 0 && !m_hasNothing;
     }
 
@@ -127,7 +129,7 @@ CPackedDib CImage::LoadJPGFile(const std::filesystem::path& path, IProgress* pro
     const std::optional<Size> size = decoder.ReadHeader(file->Bytes());
     if (!size)
         return {};
-    CPackedDib dib = CPackedDib::Create(size->width, size->height, 32);
+    CPackedDib dib = CPackedDib::CreateForOverwrite(size->width, size->height);
     if (dib.IsEmpty() || !decoder.ReadRows(dib, progress))
         return {};
     return TurnUpright(std::move(dib), decoder.Orientation());

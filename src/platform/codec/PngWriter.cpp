@@ -58,7 +58,7 @@ void ReadRow(const PngPicture& picture, int y, uint8_t* packed)
 CHeapBlock FilterBand(const PngPicture& picture, const Band& band)
 {
     const size_t bytes = RowBytes(picture);
-    CHeapBlock filtered = CHeapBlock::Allocate(band.filteredBytes);
+    CHeapBlock filtered = CHeapBlock::Allocate(band.filteredBytes, 0, BlockContent::Undefined);
     const size_t lineBytes = kRowMargin + bytes;
     CHeapBlock lines = CHeapBlock::Allocate((2 + kPngFilters) * lineBytes);
     if (filtered.IsEmpty() || lines.IsEmpty())
@@ -94,7 +94,7 @@ void CompressBand(const PngPicture& picture, Band& band, bool isLast)
     if (filtered.IsEmpty() || compressor == nullptr)
         return;
     const size_t bound = libdeflate_deflate_compress_bound(compressor.get(), filtered.Size());
-    band.stream = CHeapBlock::Allocate(bound + kDeflateJointBytes);
+    band.stream = CHeapBlock::Allocate(bound + kDeflateJointBytes, 0, BlockContent::Undefined);
     if (band.stream.IsEmpty())
         return;
     band.adler = libdeflate_adler32(1, filtered.Data(), filtered.Size());

@@ -35,7 +35,7 @@ std::optional<CHeapBlock> ReadFileBytes(const std::filesystem::path& path, int64
         return std::nullopt;
     if (!S_ISREG(status.st_mode) || status.st_size > limitBytes)
         return std::nullopt;
-    CHeapBlock block = CHeapBlock::Allocate(static_cast<size_t>(status.st_size));
+    CHeapBlock block = CHeapBlock::Allocate(static_cast<size_t>(status.st_size), 0, BlockContent::Undefined);
     if (block.IsEmpty() || !ReadFully(file.Get(), block.Bytes()))
         return std::nullopt;
     return block;
