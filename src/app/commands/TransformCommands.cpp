@@ -16,6 +16,12 @@ constexpr CommandRow kRows[] = {
      nullptr, Immediate<TransformKind::Gray>},
     {TransformNegative, "Transform", 0, "&Negative", "Creates Negatives of selected object(s)", "Negative",
      "Ctrl+I", "negative", HasDocument, nullptr, Immediate<TransformKind::Negative>},
+    {TransformMirrorHorizontally, "Transform", 0, "Mirror &horizontally",
+     "Mirrors all selected objects horizontally", "Mirror horizontally", "", "mirror-horizontally",
+     HasDocument, nullptr, Immediate<TransformKind::MirrorHorizontally>},
+    {TransformMirrorVertically, "Transform", 0, "Mirror &vertically",
+     "Mirrors all selected objects vertically", "Mirror vertically", "", "mirror-vertically", HasDocument,
+     nullptr, Immediate<TransformKind::MirrorVertically>},
 };
 
 } // namespace
