@@ -211,6 +211,14 @@ void CPixoluneView::InvalidateAll() const
     Invalidate(Rect::At({0, 0}, m_geometry.client));
 }
 
+void CPixoluneView::AskForText(Point documentPoint)
+{
+    // The window's dialog takes over: nothing is held any more.
+    m_held = MouseButton::None;
+    if (m_host != nullptr)
+        m_host->OnTextPoint(documentPoint);
+}
+
 void CPixoluneView::OnFrameChanged(const Rect& rect)
 {
     if (!rect.IsEmpty())

@@ -25,6 +25,8 @@ public:
     /// The pointer's position for the status bar changed.
     virtual void OnPointerText(const std::string& /*text*/) {}
     virtual void OnToolModeChanged() {}
+    /// The text tool was clicked inside the document: the window asks for a text to stand there.
+    virtual void OnTextPoint(Point /*documentPoint*/) {}
     virtual void OnCursorChanged(CursorShape /*shape*/) {}
 };
 
@@ -87,6 +89,7 @@ public:
     void Invalidate(const Rect& client) const;
     void InvalidateDocument(const Rect& documentRect) const { Invalidate(m_geometry.Touched(documentRect)); }
     void InvalidateAll() const;
+    void AskForText(Point documentPoint);
     /// A picture that a tool shows above an object while it works. The tool keeps it alive.
     void SetFloating(const FloatingImage& floating) { m_floating = floating; }
 

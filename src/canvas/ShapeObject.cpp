@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/ShapeObject.h"
 
+#include "document/ObjectOperations.h"
 #include "document/Refusal.h"
 #include "platform/settings/Settings.h"
 #include "platform/transform/ColourFill.h"
@@ -21,19 +22,7 @@ bool AddShapeObject(CPixoluneDoc& document, ShapeCoverage coverage, ObjectListKi
     if (dib.IsEmpty())
         return Refuse(document, Str::OutOfMemory);
 
-    CObjectCanvas& canvas = document.Canvas();
-    auto command = std::make_unique<CObjectListCommand>(kind, canvas);
-    auto object = MakeShared<CPicObject>(document.NewImage(std::move(dib)));
-    object->x = coverage.corner.x;
-    object->y = coverage.corner.y;
-    object->transparency = static_cast<uint8_t>(settings.Get(Setting::ShapeOpacity));
-    object->visible = true;
-    canvas.DeselectAll();
-    object->SetSelected(true);
-    canvas.objects.Append(object);
-    document.Record(std::move(command));
-    document.NotifyObjectsChanged();
-    document.NotifyObjectSelectionChanged();
-    document.NotifyFrameChanged(object->Rectangle());
+    AddObject(document, kind, std::move(dib), coverage.corner,
+              static_cast<uint8_t>(settings.Get(Setting::ShapeOpacity)));
     return true;
 }

@@ -4,12 +4,15 @@
 #include "canvas/DefaultTool.h"
 #include "canvas/PolygonTool.h"
 #include "canvas/ShapeTool.h"
+#include "canvas/TextTool.h"
 
 std::unique_ptr<CTool> CreateTool(ToolMode mode, CPixoluneView& view)
 {
     switch (mode) {
     case ToolMode::Default:
         return std::make_unique<CDefaultTool>(view);
+    case ToolMode::Text:
+        return std::make_unique<CTextTool>(view);
     case ToolMode::Rectangle:
         return std::make_unique<CShapeTool>(view, ShapeKind::Rectangle);
     case ToolMode::Ellipse:

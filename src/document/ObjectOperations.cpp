@@ -4,7 +4,6 @@
 #include "document/Refusal.h"
 #include "history/CanvasSizeCommand.h"
 #include "history/MakeFrameCommand.h"
-#include "history/ObjectListCommand.h"
 #include "history/PixelEditCommand.h"
 #include "model/Compositing.h"
 #include "model/DibOperations.h"
@@ -54,16 +53,24 @@ Rect BoundsOf(const CObjectList& objects)
 
 } // namespace
 
-bool NewObject(CPixoluneDoc& document)
+void AddObject(CPixoluneDoc& document, ObjectListKind kind, CPackedDib dib, Point corner,
+               uint8_t transparency)
 {
     CObjectCanvas& canvas = document.Canvas();
-    CPackedDib dib = CPackedDib::CreateTransparent(canvas.width, canvas.height);
+    auto command = std::make_unique<CObjectListCommand>(kind, canvas);
+    canvas.DeselectAll();
+    Ref<CPicObject> object = VisibleSelectedObject(document, std::move(dib), corner);
+    object->transparency = transparency;
+    canvas.objects.Append(std::move(object));
+    RecordListChange(document, std::move(command));
+}
+
+bool NewObject(CPixoluneDoc& document)
+{
+    CPackedDib dib = CPackedDib::CreateTransparent(document.Canvas().width, document.Canvas().height);
     if (dib.IsEmpty())
         return Refuse(document, Str::OutOfMemory);
-    auto command = std::make_unique<CObjectListCommand>(ObjectListKind::NewObject, canvas);
-    canvas.DeselectAll();
-    canvas.objects.Append(VisibleSelectedObject(document, std::move(dib), {0, 0}));
-    RecordListChange(document, std::move(command));
+    AddObject(document, ObjectListKind::NewObject, std::move(dib), {0, 0}, 0);
     return true;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "history/ObjectListCommand.h"
 #include "model/PixoluneDoc.h"
 
 #include <span>
@@ -8,6 +9,9 @@
 /// The commands of the Object menu that make and remove objects. Each returns whether it changed the
 /// document; a refusal has been shown to the user and changed nothing.
 
+/// Puts a 32-bit picture on top as a visible object, the only one selected, under one command.
+void AddObject(CPixoluneDoc& document, ObjectListKind kind, CPackedDib dib, Point corner,
+               uint8_t transparency);
 /// A transparent object of the canvas's size on top, the only one selected.
 bool NewObject(CPixoluneDoc& document);
 /// Copies of every object whose selected flag is set, visible and selected, together above the topmost.

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/TextTool.h"
+
+#include "canvas/PixoluneView.h"
+
+void CTextTool::Down(const MouseInput& input)
+{
+    const Point point = View().Geometry().ToDocument(input.client);
+    if (input.button == MouseButton::Left && View().Document().Canvas().Rectangle().Contains(point))
+        View().AskForText(point);
+}

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/Tool.h"
+
+/// Asks for a text where it is clicked.
+class CTextTool final : public CTool {
+public:
+    using CTool::CTool;
+
+    void Down(const MouseInput& input) override;
+};
