@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/codec/PngFilter.h"
 
+#include <cstring>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/codec/PngFilter.cpp"
 #include <hwy/foreach_target.h>
@@ -39,6 +41,25 @@ void PackRow(const uint8_t* HWY_RESTRICT pixels, int width, int channels, uint8_
     }
 }
 
+/// The one of the three neighbours that is nearest to left + up - corner, in this order of preference.
+template <class D, class V = hn::Vec<D>> HWY_INLINE V PaethPrediction(D d, V left, V up, V corner)
+{
+    // Distances of the estimate left + up - corner from its three neighbours, all within a byte: where left
+    // and up lie on the same side of the corner, the third distance is the sum of the others and never the
+    // smallest; elsewhere it is their difference.
+    const auto toLeft = hn::Sub(hn::Max(up, corner), hn::Min(up, corner));
+    const auto toUp = hn::Sub(hn::Max(left, corner), hn::Min(left, corner));
+    const auto upBelow = hn::Eq(hn::Min(up, corner), up);
+    const auto leftBelow = hn::Eq(hn::Min(left, corner), left);
+    const auto sameSide =
+        hn::Eq(hn::Xor(hn::VecFromMask(d, upBelow), hn::VecFromMask(d, leftBelow)), hn::Zero(d));
+    const auto apart = hn::Sub(hn::Max(toLeft, toUp), hn::Min(toLeft, toUp));
+    const auto toCorner = hn::IfThenElse(sameSide, hn::Set(d, 255), apart);
+    const auto leftWins = hn::Eq(hn::Min(toLeft, hn::Min(toUp, toCorner)), toLeft);
+    const auto upWins = hn::Eq(hn::Min(toUp, toCorner), toUp);
+    return hn::IfThenElse(leftWins, left, hn::IfThenElse(upWins, up, corner));
+}
+
 /// The five filters of the bytes from `at` on, as many as `d` has lanes.
 template <class D, class Sums>
 HWY_INLINE void FilterStep(D d, size_t at, const uint8_t* row, const uint8_t* above, size_t bytesPerPixel,
@@ -54,19 +75,7 @@ HWY_INLINE void FilterStep(D d, size_t at, const uint8_t* row, const uint8_t* ab
     const auto odd = hn::And(hn::Xor(left, up), hn::Set(d, 1));
     const auto average = hn::Sub(hn::AverageRound(left, up), odd);
 
-    // Distances of the estimate left + up - corner from its three neighbours, all within a byte: where left
-    // and up lie on the same side of the corner, the third distance is the sum of the others and never the
-    // smallest; elsewhere it is their difference.
-    const auto toLeft = hn::Sub(hn::Max(up, corner), hn::Min(up, corner));
-    const auto toUp = hn::Sub(hn::Max(left, corner), hn::Min(left, corner));
-    const auto upBelow = hn::Eq(hn::Min(up, corner), up);
-    const auto leftBelow = hn::Eq(hn::Min(left, corner), left);
-    const auto sameSide = hn::Eq(hn::Xor(hn::VecFromMask(d, upBelow), hn::VecFromMask(d, leftBelow)), zero);
-    const auto apart = hn::Sub(hn::Max(toLeft, toUp), hn::Min(toLeft, toUp));
-    const auto toCorner = hn::IfThenElse(sameSide, hn::Set(d, 255), apart);
-    const auto leftWins = hn::Eq(hn::Min(toLeft, hn::Min(toUp, toCorner)), toLeft);
-    const auto upWins = hn::Eq(hn::Min(toUp, toCorner), toUp);
-    const auto paeth = hn::IfThenElse(leftWins, left, hn::IfThenElse(upWins, up, corner));
+    const auto paeth = PaethPrediction(d, left, up, corner);
 
     const decltype(value) results[kPngFilters] = {value, hn::Sub(value, left), hn::Sub(value, up),
                                                   hn::Sub(value, average), hn::Sub(value, paeth)};
@@ -126,6 +135,91 @@ void FilterRow(const uint8_t* row, const uint8_t* above, size_t bytes, size_t by
     }
 }
 
+/// A stored pixel as blue, green, red and whatever follows them.
+HWY_INLINE uint32_t LoadPixel(const uint8_t* stored)
+{
+    uint32_t value = 0;
+    std::memcpy(&value, stored, sizeof value);
+    return (value & 0xff00ff00) | (value & 0xff) << 16 | (value >> 16 & 0xff);
+}
+
+/// Each byte on its own.
+HWY_INLINE uint32_t AddBytes(uint32_t a, uint32_t b)
+{
+    return ((a & 0x7f7f7f7f) + (b & 0x7f7f7f7f)) ^ ((a ^ b) & 0x80808080);
+}
+
+HWY_INLINE uint32_t AverageBytes(uint32_t a, uint32_t b)
+{
+    return (a & b) + ((a ^ b) >> 1 & 0x7f7f7f7f);
+}
+
+template <int kChannels, class Prediction>
+HWY_INLINE void UnfilterWith(const uint8_t* stored, const uint8_t* above, int width, uint8_t* pixels,
+                             const Prediction& predict)
+{
+    constexpr uint32_t kOpaque = kChannels == 3 ? 0xff000000 : 0;
+    uint32_t left = 0;
+    for (ptrdiff_t x = 0; x < width; ++x) {
+        uint32_t up = 0;
+        std::memcpy(&up, above + x * 4, sizeof up);
+        left = AddBytes(LoadPixel(stored + x * kChannels), predict(left, up));
+        const uint32_t pixel = left | kOpaque;
+        std::memcpy(pixels + x * 4, &pixel, sizeof pixel);
+    }
+}
+
+/// All channels at once where vectors have four bytes, else one after another.
+template <int kChannels>
+HWY_INLINE void UnfilterPaeth(const uint8_t* stored, const uint8_t* above, int width, uint8_t* pixels)
+{
+    constexpr uint8_t kOpaque[] = {0, 0, 0, kChannels == 3 ? 255 : 0};
+    const hn::CappedTag<uint8_t, 4> d;
+    for (size_t channel = 0; channel < 4; channel += hn::Lanes(d)) {
+        const auto opaque = hn::LoadU(d, kOpaque + channel);
+        auto left = hn::Zero(d);
+        auto corner = left;
+        for (ptrdiff_t x = 0; x < width; ++x) {
+            const uint32_t pixel = LoadPixel(stored + x * kChannels);
+            uint8_t bytes[4];
+            std::memcpy(bytes, &pixel, sizeof bytes);
+            const auto up = hn::LoadU(d, above + x * 4 + channel);
+            left = hn::Add(hn::LoadU(d, bytes + channel), PaethPrediction(d, left, up, corner));
+            hn::StoreU(hn::Or(left, opaque), d, pixels + x * 4 + channel);
+            corner = up;
+        }
+    }
+}
+
+template <int kChannels>
+void UnfilterChannels(PngFilter filter, const uint8_t* stored, const uint8_t* above, int width,
+                      uint8_t* pixels)
+{
+    switch (filter) {
+    case PngFilter::None:
+        return UnfilterWith<kChannels>(stored, above, width, pixels, [](uint32_t, uint32_t) { return 0u; });
+    case PngFilter::Sub:
+        return UnfilterWith<kChannels>(stored, above, width, pixels,
+                                       [](uint32_t left, uint32_t) { return left; });
+    case PngFilter::Up:
+        return UnfilterWith<kChannels>(stored, above, width, pixels,
+                                       [](uint32_t, uint32_t up) { return up; });
+    case PngFilter::Average:
+        return UnfilterWith<kChannels>(stored, above, width, pixels, AverageBytes);
+    case PngFilter::Paeth:
+        return UnfilterPaeth<kChannels>(stored, above, width, pixels);
+    }
+}
+
+void UnfilterRow(PngFilter filter, const uint8_t* stored, const uint8_t* above, int width, int channels,
+                 uint8_t* pixels)
+{
+    if (channels == 3)
+        UnfilterChannels<3>(filter, stored, above, width, pixels);
+    else
+        UnfilterChannels<4>(filter, stored, above, width, pixels);
+}
+
 } // namespace codec::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -133,6 +227,7 @@ HWY_AFTER_NAMESPACE();
 namespace codec {
 HWY_EXPORT(PackRow);
 HWY_EXPORT(FilterRow);
+HWY_EXPORT(UnfilterRow);
 } // namespace codec
 
 void PackPngRow(const uint8_t* pixels, int width, int channels, uint8_t* packed)
@@ -146,5 +241,12 @@ void FilterPngRow(const uint8_t* row, const uint8_t* above, size_t bytes, size_t
 {
     using namespace codec;
     HWY_DYNAMIC_DISPATCH(FilterRow)(row, above, bytes, bytesPerPixel, filtered, costs);
+}
+
+void UnfilterPngRow(PngFilter filter, const uint8_t* stored, const uint8_t* above, int width, int channels,
+                    uint8_t* pixels)
+{
+    using namespace codec;
+    HWY_DYNAMIC_DISPATCH(UnfilterRow)(filter, stored, above, width, channels, pixels);
 }
 #endif

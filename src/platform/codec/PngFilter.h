@@ -18,3 +18,9 @@ void PackPngRow(const uint8_t* pixels, int width, int channels, uint8_t* packed)
 /// taken as signed, that filter f leaves.
 void FilterPngRow(const uint8_t* row, const uint8_t* above, size_t bytes, size_t bytesPerPixel,
                   uint8_t* const (&filtered)[kPngFilters], uint64_t (&costs)[kPngFilters]);
+
+/// Undoes the filter of one row: `stored` holds `width` pixels of 3 or 4 channels behind their filter type,
+/// with 4 more readable bytes behind them; `above` is the row above as it came out of here, or zeroes. Writes
+/// 32-bit pixels blue, green, red, alpha; without a stored alpha it is 255.
+void UnfilterPngRow(PngFilter filter, const uint8_t* stored, const uint8_t* above, int width, int channels,
+                    uint8_t* pixels);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/codec/Image.h"
+#include "platform/codec/PlainPng.h"
 #include "platform/codec/RowProgress.h"
 #include "platform/io/ByteReader.h"
 #include "platform/io/FileBytes.h"
@@ -131,6 +132,9 @@ CPackedDib CImage::LoadPNGFile(const std::filesystem::path& path, IProgress* pro
 
 CPackedDib CImage::DecodePng(std::span<const uint8_t> file, IProgress* progress)
 {
+    CPackedDib plain = DecodePlainPng(file, progress);
+    if (!plain.IsEmpty())
+        return plain;
     CPngDecoder decoder(file);
     const std::optional<Size> size = decoder.ReadHeader();
     if (!size)

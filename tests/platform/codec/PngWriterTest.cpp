@@ -3,9 +3,12 @@
 
 #include "platform/codec/CodecSupport.h"
 #include "platform/codec/DeflateJoint.h"
+#include "platform/codec/PngFilter.h"
 
 #include <libdeflate.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <random>
 
 namespace {
@@ -42,6 +45,56 @@ TEST(PngWriter, WhatIsReadIsWhatWasWritten)
         const CPackedDib picture = MixedPicture(row.width, row.height);
         ASSERT_TRUE(WritePng(folder.File("out.png"), PngPictureOf(ViewOf(picture), row.colour)));
         EXPECT_TRUE(SameBytes(LoadPicture(folder.File("out.png")), Expected(picture, row.colour)));
+    }
+}
+
+TEST(PngFilter, FollowsTheDefinitionAndIsUndone)
+{
+    constexpr size_t kMargin = 16;
+    for (const int channels : {3, 4}) {
+        for (const int width : {1, 2, 21, 100}) {
+            SCOPED_TRACE(width * 10 + channels);
+            const CPackedDib picture = MixedPicture(width, 2);
+            const size_t bytes = static_cast<size_t>(width * channels);
+            const auto step = static_cast<size_t>(channels);
+            std::vector<uint8_t> row(kMargin + bytes);
+            std::vector<uint8_t> above(kMargin + bytes);
+            PackPngRow(picture.Row(0), width, channels, above.data() + kMargin);
+            PackPngRow(picture.Row(1), width, channels, row.data() + kMargin);
+            std::vector<std::vector<uint8_t>> filtered(kPngFilters, std::vector<uint8_t>(bytes + 4));
+            uint8_t* const results[kPngFilters] = {filtered[0].data(), filtered[1].data(), filtered[2].data(),
+                                                   filtered[3].data(), filtered[4].data()};
+            uint64_t costs[kPngFilters] = {};
+            FilterPngRow(row.data() + kMargin, above.data() + kMargin, bytes, step, results, costs);
+            std::copy_n(row.begin() + kMargin, bytes, filtered[0].begin());
+            uint64_t sums[kPngFilters] = {};
+            for (size_t at = kMargin; at < kMargin + bytes; ++at) {
+                const int left = row[at - step];
+                const int up = above[at];
+                const int corner = above[at - step];
+                const int estimate = left + up - corner;
+                const int nearest = std::min(
+                    {std::abs(estimate - left), std::abs(estimate - up), std::abs(estimate - corner)});
+                const int paeth = std::abs(estimate - left) == nearest ? left
+                                  : std::abs(estimate - up) == nearest ? up
+                                                                       : corner;
+                const int predicted[kPngFilters] = {0, left, up, (left + up) / 2, paeth};
+                for (size_t filter = 0; filter < kPngFilters; ++filter) {
+                    const auto value = static_cast<uint8_t>(row[at] - predicted[filter]);
+                    ASSERT_EQ(filtered[filter][at - kMargin], value) << filter;
+                    sums[filter] += value < 128 ? value : 256u - value;
+                }
+            }
+            const CPackedDib expected = Expected(picture, channels == 3 ? PngColour::Rgb : PngColour::Rgba);
+            for (size_t filter = 0; filter < kPngFilters; ++filter) {
+                EXPECT_EQ(costs[filter], sums[filter]);
+                CPackedDib undone = expected.Duplicate();
+                std::fill_n(undone.Row(1), undone.Stride(), uint8_t{9});
+                UnfilterPngRow(static_cast<PngFilter>(filter), filtered[filter].data(), undone.Row(0), width,
+                               channels, undone.Row(1));
+                EXPECT_TRUE(SameBytes(undone, expected));
+            }
+        }
     }
 }
 
