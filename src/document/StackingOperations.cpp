@@ -73,3 +73,30 @@ bool Restack(CPixoluneDoc& document, StackingKind kind)
     document.NotifyFrameChanged();
     return true;
 }
+
+bool MoveObjectsTo(CPixoluneDoc& document, const CObjectList& moved, size_t place)
+{
+    CObjectCanvas& canvas = document.Canvas();
+    CObjectList order;
+    CObjectList block;
+    size_t insertAt = 0;
+    for (size_t at = 0; at < canvas.objects.Count(); ++at) {
+        const Ref<CPicObject>& object = canvas.objects.At(at);
+        const bool isMoved = moved.Find(object.Get()) != CObjectList::kNone;
+        (isMoved ? block : order).Append(object);
+        if (!isMoved && at < place)
+            ++insertAt;
+    }
+    order.InsertAll(insertAt, block);
+    if (block.IsEmpty() || std::ranges::equal(order, canvas.objects))
+        return false;
+
+    const bool forward = insertAt > canvas.objects.Find(block.Bottom().Get());
+    auto command = std::make_unique<CStackingCommand>(
+        forward ? StackingKind::MoveForward : StackingKind::MoveBackward, canvas);
+    canvas.objects = std::move(order);
+    document.Record(std::move(command));
+    document.NotifyObjectsChanged();
+    document.NotifyFrameChanged();
+    return true;
+}

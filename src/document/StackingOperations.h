@@ -8,3 +8,8 @@
 /// one of them stands at the end; those separated from it keep their distance. Each returns whether it
 /// changed the document; a refusal has been shown.
 bool Restack(CPixoluneDoc& document, StackingKind kind);
+
+/// Puts the objects together, in their order, below what stands at `place` from the bottom (on top of all at
+/// the number of objects), as a drag in a list does. Recorded as a move forward or backward, whichever way
+/// the lowest of them goes. False when nothing changes its place.
+bool MoveObjectsTo(CPixoluneDoc& document, const CObjectList& moved, size_t place);

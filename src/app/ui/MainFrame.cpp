@@ -4,6 +4,7 @@
 #include "app/ui/AboutDialog.h"
 #include "app/ui/ChildFrame.h"
 #include "app/ui/CommandActions.h"
+#include "app/ui/ObjectsPanel.h"
 #include "app/ui/PreferencesDialog.h"
 #include "app/ui/StatusBar.h"
 #include "canvas/ui/CanvasWidget.h"
@@ -11,6 +12,7 @@
 #include "platform/ui/ThemedIcon.h"
 
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMenuBar>
@@ -28,6 +30,8 @@ constexpr QLatin1String kGeometryKey("XWorkspace/Geometry");
 constexpr QLatin1String kLayoutKey("XWorkspace/Layout");
 /// Raised whenever bars or panels are added, so that layouts of older versions are not mistaken for it.
 constexpr int kLayoutVersion = 1;
+
+constexpr int kPanelWidth = 250;
 
 constexpr std::optional<CommandId> kSeparator;
 
@@ -83,6 +87,7 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
             [this](QMenu* menu, const QString& path) { ExtendMenu(*menu, path); });
     m_actions->FillMenuBar(*menuBar());
     CreateBars();
+    CreatePanels();
     RestoreLayout();
     Refresh();
 }
@@ -111,10 +116,33 @@ void CMainFrame::CreateBars()
     }
 }
 
+void CMainFrame::CreatePanels()
+{
+    m_objectsDock = new QDockWidget(ToQString(Str::ObjectsPanel));
+    m_objectsDock->setObjectName(QLatin1String("ObjectsPanel"));
+    addDockWidget(Qt::RightDockWidgetArea, m_objectsDock);
+    resizeDocks({m_objectsDock}, {kPanelWidth}, Qt::Horizontal);
+}
+
+void CMainFrame::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    QTimer::singleShot(0, this, &CMainFrame::FillPanels);
+}
+
+void CMainFrame::FillPanels()
+{
+    if (m_objectsPanel)
+        return;
+    m_objectsPanel = new CObjectsPanel(m_app.Settings(), *m_actions, m_objectsDock);
+    m_objectsDock->setWidget(m_objectsPanel);
+    Refresh();
+}
+
 void CMainFrame::RestoreLayout()
 {
     if (!restoreGeometry(m_configuration.value(kGeometryKey).toByteArray()))
-        resize(1100, 760);
+        resize(1280, 820);
     restoreState(m_configuration.value(kLayoutKey).toByteArray(), kLayoutVersion);
 }
 
@@ -137,15 +165,20 @@ CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
     auto* frame = new CChildFrame(document, [this](CChildFrame& closing) { return MayClose(closing); });
     m_tabs->addSubWindow(frame);
     connect(frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
-    connect(frame, &CChildFrame::Closed, this, [this](CPixoluneDoc* closed) {
-        m_app.CloseDocument(closed);
-        ScheduleRefresh();
-    });
+    connect(frame, &CChildFrame::Closed, this, &CMainFrame::OnFrameClosed);
     connect(&frame->Canvas(), &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
     frame->showMaximized();
     frame->Canvas().setFocus();
     Refresh();
     return frame;
+}
+
+void CMainFrame::OnFrameClosed(CPixoluneDoc* document)
+{
+    if (m_objectsPanel && m_objectsPanel->Document() == document)
+        m_objectsPanel->SetDocument(nullptr);
+    m_app.CloseDocument(document);
+    ScheduleRefresh();
 }
 
 CChildFrame* CMainFrame::ActiveFrame() const
@@ -217,6 +250,8 @@ void CMainFrame::Refresh()
 {
     m_refreshPending = false;
     m_actions->Refresh();
+    if (m_objectsPanel)
+        m_objectsPanel->SetDocument(ActiveFrame() ? &ActiveFrame()->Document() : nullptr);
     const QString title = ToQString(Str::ApplicationTitle);
     if (CChildFrame* frame = ActiveFrame()) {
         m_statusBar->SetCanvas(frame->Document().Canvas().Size(), frame->View().Zoom());
@@ -245,6 +280,8 @@ QWidget* CMainFrame::PartOf(CommandId id) const
         return m_drawingBar;
     case ViewStatusBar:
         return m_statusBar;
+    case ViewObjectsPanel:
+        return m_objectsDock;
     default:
         return nullptr;
     }

@@ -8,7 +8,9 @@
 
 class CChildFrame;
 class CCommandActions;
+class CObjectsPanel;
 class CStatusBar;
+class QDockWidget;
 class QMdiArea;
 class QMenu;
 class QSettings;
@@ -32,6 +34,7 @@ public:
     [[nodiscard]] QAction* Action(CommandId id) const;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -42,9 +45,13 @@ private:
     [[nodiscard]] bool IsWindowCommandChecked(CommandId id) const override;
 
     void CreateBars();
+    void CreatePanels();
+    /// What the docks hold; made once the window is on the screen.
+    void FillPanels();
     void RestoreLayout();
     void SaveLayout();
     [[nodiscard]] CommandContext Context();
+    void OnFrameClosed(CPixoluneDoc* document);
     void ScheduleRefresh();
     void Refresh();
     void ExtendMenu(QMenu& menu, const QString& path);
@@ -71,6 +78,8 @@ private:
     CCommandActions* m_actions;
     QToolBar* m_mainBar = nullptr;
     QToolBar* m_drawingBar = nullptr;
+    QDockWidget* m_objectsDock = nullptr;
+    CObjectsPanel* m_objectsPanel = nullptr; ///< none before the window is on the screen
     QMenu* m_recentMenu = nullptr;
     std::vector<QAction*> m_windowEntries;
     bool m_refreshPending = false;

@@ -108,6 +108,13 @@ enum class Str {
     SaveDocumentAs,
     NativeFilter,
     RecentFiles,
+    // Objects Panel
+    ObjectsPanel,
+    Opacity,
+    Rename,
+    ShowAllItems,
+    ShowDetails,
+    ThumbnailSize,
     // Bars
     ToolBar,
     DrawingBar,

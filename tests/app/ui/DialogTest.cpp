@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/SettingsStore.h"
 #include "app/ui/NewImageDialog.h"
 #include "app/ui/PreferencesDialog.h"
-#include "app/SettingsStore.h"
 #include "platform/ui/ColorButton.h"
 #include "ui/UiTest.h"
 
