@@ -17,6 +17,9 @@ constexpr size_t kPackedRoom = kPortion * 2 + kSubBlockBytes + 64;
 
 constexpr uint32_t kSlots = 1U << 14;
 
+/// Shorter runs are found as quickly by looking them up.
+constexpr size_t kWorthwhileRun = 8;
+
 /// Numbers without a pattern, one for every index, from a linear congruential generator.
 constexpr std::array<uint32_t, 256> kSpread = [] {
     std::array<uint32_t, 256> spread{};
@@ -59,9 +62,16 @@ CGifLzwEncoder::CGifLzwEncoder(int minimumCodeSize, std::vector<uint8_t>& output
       m_next(m_clear + 2), m_packed(kPackedRoom), m_table(kSlots)
 {
     assert(minimumCodeSize >= 2 && minimumCodeSize <= 8);
+    StartRuns();
     m_packer.out = m_packed.data();
     m_packer.width = m_codeSize + 1;
     m_packer.Put(m_clear);
+}
+
+void CGifLzwEncoder::StartRuns()
+{
+    for (size_t index = 0; index < m_runs.size(); ++index)
+        m_runs[index] = {static_cast<uint16_t>(index), 1};
 }
 
 void CGifLzwEncoder::EncodePortion(std::span<const uint8_t> indices)
@@ -70,7 +80,8 @@ void CGifLzwEncoder::EncodePortion(std::span<const uint8_t> indices)
     uint32_t* const table = m_table.data();
     uint32_t prefix = m_prefix;
     uint32_t next = m_next;
-    for (const uint32_t index : indices) {
+    for (size_t at = 0; at < indices.size(); ++at) {
+        const uint32_t index = indices[at];
         const uint32_t key = prefix << 8 | index;
         uint32_t slot = prefix ^ kSpread[index];
         while (table[slot] != 0 && table[slot] >> 12 != key)
@@ -81,14 +92,24 @@ void CGifLzwEncoder::EncodePortion(std::span<const uint8_t> indices)
         }
         packer.Put(prefix);
         packer.Widen(next);
-        prefix = index;
+        Run& run = m_runs[index];
         if (next < kCodes) {
+            if (prefix == run.code)
+                run = {static_cast<uint16_t>(next), static_cast<uint16_t>(run.length + 1)};
             table[slot] = key << 12 | next++;
         } else {
             std::ranges::fill(m_table, 0U);
+            StartRuns();
             packer.Put(m_clear);
             packer.width = m_codeSize + 1;
             next = m_clear + 2;
+        }
+        prefix = index;
+        const size_t more = size_t{run.length} - 1;
+        if (more >= kWorthwhileRun && more < indices.size() - at &&
+            std::memcmp(&indices[at], &indices[at + 1], more) == 0) {
+            prefix = run.code;
+            at += more;
         }
     }
     m_prefix = prefix;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -39,6 +40,14 @@ private:
         void Widen(uint32_t next);
     };
 
+    /// The longest string in the table that repeats one index. Flat areas are made of such strings, and a
+    /// comparison of pixels is faster than looking up one after another.
+    struct Run {
+        uint16_t code = 0;
+        uint16_t length = 1;
+    };
+
+    void StartRuns();
     void EncodePortion(std::span<const uint8_t> indices);
     void AppendSubBlocks(bool isLast);
 
@@ -51,4 +60,5 @@ private:
     std::vector<uint8_t> m_packed;
     /// Prefix code, index and the string's own code, 12, 8 and 12 bits; 0 in free slots.
     std::vector<uint32_t> m_table;
+    std::array<Run, 256> m_runs;
 };

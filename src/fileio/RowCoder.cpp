@@ -17,6 +17,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 using Bytes = hn::ScalableTag<uint8_t>;
 
 constexpr size_t kLongestBlock = 128;
+constexpr size_t kWindow = 64;
 static_assert(kLongestBlock + 64 < kRowSlack);
 
 void GatherFromWords(const uint8_t* HWY_RESTRICT pixels, size_t channel, size_t count,
@@ -38,6 +39,22 @@ void GatherFromWords(const uint8_t* HWY_RESTRICT pixels, size_t channel, size_t 
         samples[at] = pixels[at * 4 + channel];
 }
 
+/// Bit i says that samples i and i + 1 are equal, for 64 of them.
+uint64_t EqualPairs(const uint8_t* samples)
+{
+    const Bytes bytes;
+    uint64_t pairs = 0;
+    for (size_t at = 0; at < kWindow; at += hn::Lanes(bytes)) {
+        const auto isPair = hn::Eq(hn::LoadU(bytes, samples + at), hn::LoadU(bytes, samples + at + 1));
+        uint8_t bits[8] = {};
+        hn::StoreMaskBits(bytes, isPair, bits);
+        uint64_t word = 0;
+        std::memcpy(&word, bits, sizeof word);
+        pairs |= word << at;
+    }
+    return pairs;
+}
+
 size_t RunLength(const uint8_t* samples, size_t limit)
 {
     const Bytes bytes;
@@ -50,47 +67,47 @@ size_t RunLength(const uint8_t* samples, size_t limit)
     return limit;
 }
 
-/// Copies samples up to and with the first of an equal pair; returns how many count.
-size_t CopyLiteral(const uint8_t* HWY_RESTRICT samples, size_t limit, uint8_t* HWY_RESTRICT block)
-{
-    const Bytes bytes;
-    for (size_t at = 0; at < limit; at += hn::Lanes(bytes)) {
-        const auto here = hn::LoadU(bytes, samples + at);
-        hn::StoreU(here, bytes, block + at);
-        const intptr_t pair = hn::FindFirstTrue(bytes, hn::Eq(here, hn::LoadU(bytes, samples + at + 1)));
-        if (pair >= 0)
-            return std::min(limit, at + static_cast<size_t>(pair) + 1);
-    }
-    return limit;
-}
-
-size_t Compress(const uint8_t* HWY_RESTRICT samples, size_t count, uint8_t* HWY_RESTRICT packed)
-{
-    uint8_t* out = packed;
-    for (size_t at = 0; at < count;) {
-        const uint8_t* block = samples + at;
-        const size_t limit = std::min(count - at, kLongestBlock);
-        size_t length = 0;
-        if (limit > 1 && block[0] == block[1]) {
-            length = RunLength(block, limit);
-            out[0] = static_cast<uint8_t>(257 - length);
-            out[1] = block[0];
-            out += 2;
-        } else {
-            length = CopyLiteral(block, limit, out + 1);
-            out[0] = static_cast<uint8_t>(length - 1);
-            out += 1 + length;
-        }
-        at += length;
-    }
-    return static_cast<size_t>(out - packed);
-}
-
 void CopyBlock(const uint8_t* HWY_RESTRICT from, size_t length, uint8_t* HWY_RESTRICT to)
 {
     const Bytes bytes;
     for (size_t at = 0; at < length; at += hn::Lanes(bytes))
         hn::StoreU(hn::LoadU(bytes, from + at), bytes, to + at);
+}
+
+size_t Compress(const uint8_t* HWY_RESTRICT samples, size_t count, uint8_t* HWY_RESTRICT packed)
+{
+    uint8_t* out = packed;
+    size_t base = 0;
+    uint64_t pairs = EqualPairs(samples);
+    for (size_t at = 0; at < count;) {
+        const uint8_t* block = samples + at;
+        const size_t limit = std::min(count - at, kLongestBlock);
+        if (at - base >= kWindow) {
+            base = at;
+            pairs = EqualPairs(block);
+        }
+        uint64_t rest = pairs >> (at - base);
+        if ((rest & 1) != 0 && limit > 1) {
+            const size_t length = RunLength(block, limit);
+            out[0] = static_cast<uint8_t>(257 - length);
+            out[1] = block[0];
+            out += 2;
+            at += length;
+            continue;
+        }
+        size_t length = 0;
+        while (rest == 0 && base + kWindow - at < limit) {
+            base += kWindow;
+            length = base - at;
+            rest = pairs = EqualPairs(samples + base);
+        }
+        length = rest == 0 ? limit : std::min(limit, length + hwy::Num0BitsBelowLS1Bit_Nonzero64(rest) + 1);
+        out[0] = static_cast<uint8_t>(length - 1);
+        CopyBlock(block, length, out + 1);
+        out += 1 + length;
+        at += length;
+    }
+    return static_cast<size_t>(out - packed);
 }
 
 void FillBlock(uint8_t sample, size_t length, uint8_t* to)
