@@ -105,6 +105,13 @@ TEST(ScriptRunner, DoesNothingOfAStatementWithAWrongArgument)
         "print object-pixel 1 0 0",
         "export-object 1 x.png",
         "export-frame",
+        "blur 0",
+        "blur 51",
+        "blur",
+        "emboss 0 16 0",
+        "red-green-blue 1 2",
+        "rotate 361",
+        "mirror",
         "close now",
         "select-all x",
     };

@@ -65,6 +65,12 @@ TEST(Statements, PrintWhatTheyDid)
          "0 4 4 20 20 visible=1 locked=0 selected=1 transparency=0 \"Obj - 1\"\nundo \"Undo move "
          "object(s)\"\n"
          "\" x=9 y=9\"\n0 4 4 20 20 visible=1 locked=0 selected=0 transparency=0 \"Obj - 1\"\n"},
+        {"values of a dialog",
+         "new 2 2 #102030\nred-green-blue 1 -255 255\nprint pixel 0 0\nred-green-blue 0 0 0\nblur 2\nrotate "
+         "360\n"
+         "mirror vertically\nundo 2\nprint pixel 0 0\nprint history",
+         "17 0 255 255\n16 32 48 255\nredo \"Redo Adjust red/green/blue\"\nredo \"Redo Mirror "
+         "vertically\"\n"},
         {"modified", "new 2 2\nprint modified\nhide 0\nprint modified", "modified 0\nmodified 1\n"},
         {"clipboard across documents",
          "new 6 6 #112233\ncopy\nnew 4 4\npaste\nprint objects\nprint selection",
