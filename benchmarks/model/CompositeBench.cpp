@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -85,7 +86,7 @@ const std::vector<CPackedDib>& Pieces(bool premultiplied)
     return premultiplied ? multiplied : straight;
 }
 
-std::shared_ptr<CObjectCanvas> CanvasOf(const std::vector<CPackedDib>& pictures)
+std::shared_ptr<CObjectCanvas> CanvasOf(std::span<const CPackedDib> pictures)
 {
     auto canvas = std::make_shared<CObjectCanvas>();
     canvas->width = pictures.front().Width();
@@ -184,6 +185,27 @@ void AddOverWithAlpha(int megapixels)
     });
 }
 
+/// The frame of eight pictures as a new one.
+void AddFlatten()
+{
+    constexpr size_t kCount = 8;
+    const double pixels = double{kView.width} * kView.height * kCount;
+    for (const Threads threads : kBothThreads) {
+        AddCase({"composite/flatten-8", "1920x1080", "ours", threads, pixels}, [] {
+            const auto canvas = CanvasOf({Pieces(false).data(), kCount});
+            return [canvas] { (void)Flatten(*canvas); };
+        });
+    }
+    AddCase({"composite/flatten-8", "1920x1080", "plain-loop", Threads::One, pixels}, [] {
+        const std::vector<CPackedDib>& pieces = Pieces(false);
+        return [&pieces] {
+            CPackedDib frame = pieces.front().Duplicate();
+            for (size_t i = 1; i < kCount; ++i)
+                plain::OverWithAlpha(frame.Bits().data(), pieces[i].Bits().data(), frame.Bits().size() / 4);
+        };
+    });
+}
+
 /// A view of 1920 x 1080 pixels at each zoom, on a picture that fills it where the picture is large enough.
 void AddZoom()
 {
@@ -210,6 +232,7 @@ const bool kRegistered = [] {
     for (const int zoom : {2, 8, -2, -5})
         AddZoomedView(zoom);
     AddOverWithAlpha(4);
+    AddFlatten();
     AddZoom();
     return true;
 }();

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/DibOperations.h"
+#include "platform/dib/Pixel.h"
 
-#include <array>
+#include <vector>
 
 namespace {
 
 constexpr int kSquare = 8;
+
+uint32_t PixelOf(Rgb colour)
+{
+    return uint32_t{colour.red} << 16 | uint32_t{colour.green} << 8 | colour.blue;
+}
 
 /// Whether a coordinate lies in an odd square; squares on both sides of 0 belong together, since the
 /// division goes toward zero.
@@ -18,15 +24,21 @@ bool IsOddSquare(int coordinate, int offset)
 
 void DrawCheckerboard(const BitmapView& view, Rgb a, Rgb b, Point offset)
 {
-    const std::array colours{a, b};
+    if (view.width <= 0)
+        return;
+    // One row of each kind of band; all others repeat them.
+    const auto width = static_cast<size_t>(view.width);
+    std::vector<uint32_t> even(width);
+    std::vector<uint32_t> odd(width);
+    for (int x = 0; x < view.width; ++x) {
+        const bool isOdd = IsOddSquare(x, offset.x);
+        even[static_cast<size_t>(x)] = PixelOf(isOdd ? b : a);
+        odd[static_cast<size_t>(x)] = PixelOf(isOdd ? a : b);
+    }
     for (int y = 0; y < view.height; ++y) {
+        const uint32_t* colours = IsOddSquare(y, offset.y) ? odd.data() : even.data();
         uint8_t* pixel = view.Row(y);
-        const bool oddRow = IsOddSquare(y, offset.y);
-        for (int x = 0; x < view.width; ++x, pixel += 4) {
-            const Rgb colour = colours[IsOddSquare(x, offset.x) != oddRow ? 1 : 0];
-            pixel[0] = colour.blue;
-            pixel[1] = colour.green;
-            pixel[2] = colour.red;
-        }
+        for (size_t x = 0; x < width; ++x, pixel += 4)
+            StorePixel(pixel, (LoadPixel(pixel) & kOpaquePixel) | colours[x]);
     }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/DibOperations.h"
+#include "platform/dib/Pixel.h"
 #include "platform/transform/PixelRgb.h"
 
 #include <array>
@@ -10,23 +11,16 @@
 
 namespace {
 
-constexpr uint32_t kOpaque = 0xFF000000u;
-
-void Store(uint8_t* to, uint32_t pixel)
-{
-    std::memcpy(to, &pixel, sizeof pixel);
-}
-
 uint32_t OpaquePixel(RgbQuad colour)
 {
-    return kOpaque | uint32_t{colour.red} << 16 | uint32_t{colour.green} << 8 | colour.blue;
+    return kOpaquePixel | uint32_t{colour.red} << 16 | uint32_t{colour.green} << 8 | colour.blue;
 }
 
 /// Up to 8 bits per pixel: a whole byte holds one to eight indices, most significant bits first.
 void ConvertIndexed(const CPackedDib& dib, CPackedDib& result)
 {
     std::array<uint32_t, 256> colours{};
-    colours.fill(kOpaque);
+    colours.fill(kOpaquePixel);
     const std::span<const RgbQuad> palette = dib.ColourTable();
     for (size_t i = 0; i < std::min(palette.size(), colours.size()); ++i)
         colours[i] = OpaquePixel(palette[i]);
@@ -37,20 +31,23 @@ void ConvertIndexed(const CPackedDib& dib, CPackedDib& result)
         uint8_t* to = result.Row(y);
         for (int x = 0; x < dib.Width(); ++from) {
             for (int shift = 8 - bits; shift >= 0 && x < dib.Width(); shift -= bits, ++x, to += 4)
-                Store(to, colours[(unsigned{*from} >> shift) & mask]);
+                StorePixel(to, colours[(unsigned{*from} >> shift) & mask]);
         }
     }
 }
 
+/// 24 or 32 bits per pixel.
 void ConvertDirect(const CPackedDib& dib, CPackedDib& result)
 {
-    const int bits = dib.BitCount();
-    const ptrdiff_t step = bits / 8;
-    for (int y = 0; y < dib.Height(); ++y) {
+    const int width = dib.Width();
+    const ptrdiff_t step = dib.BitCount() / 8;
+    for (int y = 0; y < dib.Height() && width > 0; ++y) {
         const uint8_t* from = dib.Row(y);
         uint8_t* to = result.Row(y);
-        for (int x = 0; x < dib.Width(); ++x, from += step, to += 4)
-            Store(to, OpaquePixel({from[0], from[1], from[2], 0}));
+        // Four bytes at a time, except at the end, where the fourth may be missing.
+        for (int x = 0; x < width - 1; ++x, from += step, to += 4)
+            StorePixel(to, LoadPixel(from) | kOpaquePixel);
+        StorePixel(to, OpaquePixel({from[0], from[1], from[2], 0}));
     }
 }
 
@@ -99,7 +96,7 @@ template <typename Pixel> void ConvertBitFields(const CPackedDib& dib, CPackedDi
         for (int x = 0; x < dib.Width(); ++x, from += sizeof(Pixel), to += 4) {
             Pixel pixel;
             std::memcpy(&pixel, from, sizeof pixel);
-            Store(to, kOpaque | red.Read(pixel) << 16 | green.Read(pixel) << 8 | blue.Read(pixel));
+            StorePixel(to, kOpaquePixel | red.Read(pixel) << 16 | green.Read(pixel) << 8 | blue.Read(pixel));
         }
     }
 }

@@ -1,8 +1,47 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/DibOperations.h"
 
+#include "platform/dib/Pixel.h"
+
+#include <algorithm>
 #include <cassert>
 #include <cstring>
+
+namespace {
+
+constexpr ptrdiff_t kPixelBytes = 4;
+constexpr int kBlock = 64; ///< pixels that are searched as one
+
+/// Whether a pixel of the columns has an alpha above 0.
+bool HasOpaque(const uint8_t* row, int begin, int end)
+{
+    uint32_t any = 0;
+    for (int x = begin; x < end; ++x)
+        any |= LoadPixel(row + x * kPixelBytes);
+    return (any & kOpaquePixel) != 0;
+}
+
+/// The first column in [begin, end) with an alpha above 0, or `end`.
+int FirstOpaque(const uint8_t* row, int begin, int end)
+{
+    while (begin < end && !HasOpaque(row, begin, std::min(end, begin + kBlock)))
+        begin = std::min(end, begin + kBlock);
+    while (begin < end && !HasOpaque(row, begin, begin + 1))
+        ++begin;
+    return begin;
+}
+
+/// One past the last column in [begin, end) with an alpha above 0, or `begin`.
+int EndOfOpaque(const uint8_t* row, int begin, int end)
+{
+    while (begin < end && !HasOpaque(row, std::max(begin, end - kBlock), end))
+        end = std::max(begin, end - kBlock);
+    while (begin < end && !HasOpaque(row, end - 1, end))
+        --end;
+    return end;
+}
+
+} // namespace
 
 CPackedDib CropByMargins(const CPackedDib& dib, int left, int top, int right, int bottom)
 {
@@ -27,24 +66,28 @@ void SetAlphaInRect(CPackedDib& dib, const Rect& rect, uint8_t alpha)
     const Rect inside = rect.Intersected({0, 0, dib.Width(), dib.Height()});
     for (int y = inside.top; y < inside.bottom; ++y) {
         uint8_t* row = dib.Row(y);
-        for (int x = inside.left; x < inside.right; ++x)
-            row[ptrdiff_t{x} * 4 + 3] = alpha;
+        for (int x = inside.left; x < inside.right; ++x) {
+            uint8_t* pixel = row + x * kPixelBytes;
+            StorePixel(pixel, (LoadPixel(pixel) & ~kOpaquePixel) | uint32_t{alpha} << 24);
+        }
     }
 }
 
 Rect OpaqueBounds(const CPackedDib& dib)
 {
-    Rect bounds;
-    for (int y = 0; y < dib.Height(); ++y) {
+    const int width = dib.Width();
+    Rect bounds{width, 0, 0, dib.Height()};
+    while (bounds.top < bounds.bottom && !HasOpaque(dib.Row(bounds.top), 0, width))
+        ++bounds.top;
+    if (bounds.top == bounds.bottom)
+        return {};
+    while (!HasOpaque(dib.Row(bounds.bottom - 1), 0, width))
+        --bounds.bottom;
+    // Of each row only what lies outside the bounds so far can widen them.
+    for (int y = bounds.top; y < bounds.bottom; ++y) {
         const uint8_t* row = dib.Row(y);
-        const auto isClear = [row](int x) { return row[ptrdiff_t{x} * 4 + 3] == 0; };
-        int first = 0;
-        int end = dib.Width();
-        while (first < end && isClear(first))
-            ++first;
-        while (first < end && isClear(end - 1))
-            --end;
-        bounds = bounds.United({first, y, end, y + 1});
+        bounds.left = FirstOpaque(row, 0, bounds.left);
+        bounds.right = EndOfOpaque(row, bounds.right, width);
     }
     return bounds;
 }

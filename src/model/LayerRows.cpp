@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/LayerRows.h"
 
+#include "platform/dib/Pixel.h"
+
 #include <hwy/cache_control.h>
 
 #include <algorithm>
-#include <cassert>
-#include <cstring>
 
 namespace {
 
 constexpr ptrdiff_t kPixelBytes = 4;
-
-uint32_t LoadPixel(const uint8_t* at)
-{
-    uint32_t pixel = 0;
-    std::memcpy(&pixel, at, sizeof pixel);
-    return pixel;
-}
 
 /// Writes every pixel `times` times, in whole groups of `Group`; what is too much the next one overwrites.
 template <int Group> void RepeatPixels(const uint8_t* from, int count, int times, uint32_t* to)
@@ -45,26 +38,16 @@ template <int Step> void SamplePixels(const uint8_t* from, int count, uint32_t* 
 
 } // namespace
 
-CLayerRows::CLayerRows(const PictureLayer& layer, int left, int width)
-    : m_placement(layer.placement), m_topLeft(layer.pixels.top + m_placement.SourceX(left) * kPixelBytes),
-      m_stride(layer.pixels.stride), m_width(width)
-{
-    assert(width <= kMaxColumns || m_placement.IsPlain());
-    assert(m_placement.enlargement <= kMaxZoom && m_placement.step <= kMaxZoom);
-    if (m_placement.enlargement > 1)
-        m_phase = static_cast<int>((left + m_placement.offsetX) % m_placement.enlargement);
-}
-
 void CLayerRows::Gather(const uint8_t* source)
 {
     const int times = m_placement.enlargement;
     if (times == 1) {
         constexpr std::array kSample{SamplePixels<2>, SamplePixels<3>, SamplePixels<4>, SamplePixels<5>,
                                      SamplePixels<6>, SamplePixels<7>, SamplePixels<8>};
-        kSample[static_cast<size_t>(m_placement.step - 2)](source, m_width, m_gathered.data());
+        kSample[static_cast<size_t>(m_placement.step - 2)](source, m_width, m_gathered);
         return;
     }
     const int count = (m_phase + m_width + times - 1) / times;
     const auto repeat = times == 2 ? RepeatPixels<2> : times <= 4 ? RepeatPixels<4> : RepeatPixels<8>;
-    repeat(source, count, times, m_gathered.data());
+    repeat(source, count, times, m_gathered);
 }

@@ -159,6 +159,7 @@ CObjectCanvas VariedStack()
     canvas.objects.At(2)->visible = false;
     canvas.objects.At(3)->visible = true;
     canvas.objects.At(5)->transparency = 40;
+    canvas.objects.Insert(2, ObjectAt(PictureWithRuns(1100, 700, 15), -50, -20));
     return canvas;
 }
 
@@ -167,7 +168,7 @@ TEST(Compositing, DisplayDrawsVisibleObjectsInOrderAndTheFloatingImageAboveItsOb
     const CObjectCanvas canvas = VariedStack();
     CPackedDib floating = PictureWithRuns(80, 60, 10);
     for (const int zoom : {1, 2, 7, -2, -5}) {
-        for (const size_t above : {size_t{1}, size_t{2}, size_t{7}, canvas.objects.Count()}) {
+        for (const size_t above : {size_t{1}, size_t{3}, size_t{8}, canvas.objects.Count()}) {
             SCOPED_TRACE(testing::Message() << "zoom " << zoom << " above " << above);
             const FloatingImage image{&floating,
                                       {40, 20},
