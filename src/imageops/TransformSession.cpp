@@ -54,7 +54,7 @@ void CTransformSession::Preview(TransformValues values)
         return;
     }
     // Kernels are pure: the same values would give the same pictures again.
-    if (m_previewShown && std::ranges::equal(values, m_shownValues))
+    if (m_targets.empty() || (m_previewShown && std::ranges::equal(values, m_shownValues)))
         return;
     const Rect before = Covered();
     for (Target& target : m_targets)
@@ -78,12 +78,20 @@ void CTransformSession::ShowInitial()
     Redraw(before);
 }
 
+void CTransformSession::Cancel()
+{
+    ShowInitial();
+    m_targets.clear();
+}
+
 bool CTransformSession::Ok(TransformValues values)
 {
     std::unique_ptr<CPictureCommand> command = m_transform.createCommand();
     Preview(values);
-    if (!m_previewShown)
+    if (!m_previewShown) {
+        m_targets.clear();
         return false;
+    }
     for (Target& target : m_targets) {
         command->AddPicture(target.object->image, std::move(target.initial));
         if (m_transform.placement == TransformPlacement::KeepCentre)

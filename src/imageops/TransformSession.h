@@ -26,7 +26,8 @@ public:
     /// Applies the values and ends the session. Whether something was recorded: values that change nothing
     /// put the initial pictures back and leave no undo entry.
     bool Ok(TransformValues values);
-    void Cancel() { ShowInitial(); }
+    /// Shows the initial pictures and ends the session.
+    void Cancel();
 
 private:
     struct Target {

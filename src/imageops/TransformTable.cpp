@@ -21,6 +21,14 @@ namespace {
 
 using enum TransformPlacement;
 
+constexpr TransformChoice kDirections[] = {{Str::DirectionRight, 0},
+                                           {Str::DirectionUp, 90},
+                                           {Str::DirectionLeft, 180},
+                                           {Str::DirectionDown, 270},
+                                           {Str::CustomAngle, {}}};
+constexpr TransformChoice kTurns[] = {{Str::RotateLeft45, 315}, {Str::RotateRight45, 45},
+                                      {Str::RotateLeft90, 270}, {Str::RotateRight90, 90},
+                                      {Str::Rotate180, 180},    {Str::CustomAngle, {}}};
 constexpr TransformParameter kChannels[] = {
     {Str::Red, -255, 255, 0, 32}, {Str::Green, -255, 255, 0, 32}, {Str::Blue, -255, 255, 0, 32}};
 constexpr TransformParameter kHueSaturationLightness[] = {
@@ -29,12 +37,13 @@ constexpr TransformParameter kBrightnessContrast[] = {{Str::Brightness, -255, 25
                                                       {Str::Contrast, -127, 127, 0, 16}};
 constexpr TransformParameter kBlur[] = {{Str::BlurSize, 1, kMaxBlurSize, 1, 5}};
 constexpr TransformParameter kSharpness[] = {{Str::SharpnessDegree, 0, 255, 0, 32}};
-constexpr TransformParameter kEmboss[] = {
-    {Str::Elevation, 0, 255, 128, 20}, {Str::Weight, 0, 15, 1, 1}, {Str::Clockwise, 0, 360, 0, 0}};
+constexpr TransformParameter kEmboss[] = {{Str::Elevation, 0, 255, 128, 20},
+                                          {Str::Weight, 0, 15, 1, 1},
+                                          {Str::Clockwise, 0, 360, 0, 0, kDirections, Str::Azimuth}};
 constexpr TransformParameter kSunspot[] = {{Str::HorizontalPosition, 0, 100, 20, 12},
                                            {Str::VerticalPosition, 0, 100, 80, 12},
                                            {Str::Brightness, 0, 255, 45, 30}};
-constexpr TransformParameter kRotate[] = {{Str::Clockwise, 0, 360, 0, 0}};
+constexpr TransformParameter kRotate[] = {{Str::Clockwise, 0, 360, 0, 0, kTurns}};
 
 bool Never(TransformValues /*values*/)
 {

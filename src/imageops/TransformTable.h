@@ -7,7 +7,14 @@
 #include "platform/strings/Strings.h"
 
 #include <memory>
+#include <optional>
 #include <span>
+
+/// A value that has a button of its own.
+struct TransformChoice {
+    Str label;
+    std::optional<int> value; ///< none: any other, which is typed
+};
 
 /// One number that an image operation asks for. Dialogs, scripts and checks of ranges read it from here.
 struct TransformParameter {
@@ -15,7 +22,9 @@ struct TransformParameter {
     int minimum; ///< inclusive, as is the maximum
     int maximum;
     int initial;
-    int tick; ///< distance of a slider's ticks; 0: no slider
+    int tick = 0;                                  ///< distance of a slider's ticks
+    std::span<const TransformChoice> choices = {}; ///< buttons instead of a slider; their titled box, if any:
+    std::optional<Str> choicesTitle = {};
 };
 
 /// What becomes of an object's place when its picture changes size.

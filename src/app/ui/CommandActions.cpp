@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/CommandActions.h"
 
+#include "platform/ui/Mnemonics.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
 
@@ -23,21 +24,10 @@ std::string_view ChildName(std::string_view path, std::string_view parent)
     return path.substr(0, path.find('/'));
 }
 
-/// Marks the first letter that no other entry of the menu uses yet.
-QString WithMnemonic(std::string_view name, std::set<QChar>& used)
-{
-    QString text = ToQString(name);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i].isLetter() && used.insert(text[i].toLower()).second)
-            return text.insert(i, QLatin1Char('&'));
-    }
-    return text;
-}
-
 /// The letters that the rows of a menu mark themselves.
-std::set<QChar> MarkedLetters(std::string_view menu)
+Mnemonics MarkedLetters(std::string_view menu)
 {
-    std::set<QChar> letters;
+    Mnemonics letters;
     for (const CommandRow& row : CommandTable()) {
         const size_t mark = row.text.find('&');
         if (row.menu == menu && mark + 1 < row.text.size())
@@ -95,12 +85,12 @@ QAction* CCommandActions::Find(CommandId id) const
 void CCommandActions::FillMenuBar(QMenuBar& bar)
 {
     std::set<std::string_view> known;
-    std::set<QChar> mnemonics;
+    Mnemonics mnemonics;
     for (const CommandRow& row : CommandTable()) {
         const std::string_view path = ChildName(row.menu, {});
         if (path.empty() || !known.insert(path).second)
             continue;
-        QMenu* menu = bar.addMenu(WithMnemonic(path, mnemonics));
+        QMenu* menu = bar.addMenu(WithMnemonic(ToQString(path), mnemonics));
         connect(menu, &QMenu::aboutToShow, this, [this, menu, path] {
             if (menu->isEmpty())
                 FillFromTable(*menu, path);
@@ -113,7 +103,7 @@ void CCommandActions::FillMenuBar(QMenuBar& bar)
 void CCommandActions::FillFromTable(QMenu& menu, std::string_view path)
 {
     std::set<std::string_view> submenus;
-    std::set<QChar> mnemonics = MarkedLetters(path);
+    Mnemonics mnemonics = MarkedLetters(path);
     std::optional<int> group;
     for (const CommandRow& row : CommandTable()) {
         const std::string_view child = ChildName(row.menu, path);
@@ -126,7 +116,7 @@ void CCommandActions::FillFromTable(QMenu& menu, std::string_view path)
         if (isItem)
             menu.addAction(m_actions.at(row.id));
         else
-            FillFromTable(*menu.addMenu(WithMnemonic(child, mnemonics)),
+            FillFromTable(*menu.addMenu(WithMnemonic(ToQString(child), mnemonics)),
                           row.menu.substr(0, path.size() + 1 + child.size()));
     }
 }

@@ -4,6 +4,7 @@
 #include "app/ui/AboutDialog.h"
 #include "app/ui/ChildFrame.h"
 #include "app/ui/CommandActions.h"
+#include "app/ui/DialogCommands.h"
 #include "app/ui/ObjectsPanel.h"
 #include "app/ui/PreferencesDialog.h"
 #include "app/ui/StatusBar.h"
@@ -328,7 +329,7 @@ bool CMainFrame::RunWindowCommand(CommandId id)
     case HelpAbout:
         return RunAbout();
     default:
-        return false;
+        return frame && RunDialogCommand(id, frame->Document(), *this);
     }
 }
 
