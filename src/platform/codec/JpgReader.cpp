@@ -16,9 +16,11 @@ namespace {
 /// everything.
 constexpr int64_t kMaxPixelsPerByte = 1024;
 
-/// Each scan of a progressive picture passes over all of it; more than this much work is an attack.
-constexpr int64_t kMaxScans = 500;
-constexpr int64_t kMaxScannedPixels = int64_t{1} << 32;
+/// Each scan of a progressive picture passes over all of it. Encoders use about ten; a file with very many in
+/// a large picture only wants to keep the machine busy.
+constexpr int64_t kFewestScans = 24;
+constexpr int64_t kMostScans = 500;
+constexpr int64_t kMaxScannedPixels = int64_t{1} << 30;
 
 class CJpegDecoder {
 public:
@@ -49,7 +51,7 @@ public:
         const int64_t pixels = int64_t{m_decoder.image_width} * m_decoder.image_height;
         if (pixels > kMaxPicturePixels || pixels > static_cast<int64_t>(file.size()) * kMaxPixelsPerByte)
             return std::nullopt;
-        m_maxScans = std::min(kMaxScans, kMaxScannedPixels / std::max<int64_t>(pixels, 1));
+        m_maxScans = std::clamp(kMaxScannedPixels / std::max<int64_t>(pixels, 1), kFewestScans, kMostScans);
         return Size{static_cast<int>(m_decoder.image_width), static_cast<int>(m_decoder.image_height)};
     }
 
@@ -115,7 +117,7 @@ private:
     jpeg_decompress_struct m_decoder = {};
     bool m_created = false;
     bool m_hasNothing = false;
-    int64_t m_maxScans = kMaxScans;
+    int64_t m_maxScans = kFewestScans;
 };
 
 } // namespace

@@ -12,6 +12,8 @@ namespace {
 
 constexpr uint16_t kMaxSamples = 16;
 constexpr uint64_t kMaxBufferBytes = uint64_t{1} << 28;
+/// All samples of a page, decoded: twice the largest picture with four 16-bit samples.
+constexpr uint64_t kMaxDecodedBytes = uint64_t{1} << 31;
 
 uint16_t Field(TIFF* tiff, uint32_t tag)
 {
@@ -28,6 +30,10 @@ std::optional<Size> ReadSize(TIFF* tiff)
         TIFFGetField(tiff, TIFFTAG_IMAGELENGTH, &height) == 0)
         return std::nullopt;
     if (width == 0 || height == 0 || uint64_t{width} * height > uint64_t{kMaxPicturePixels})
+        return std::nullopt;
+    const uint64_t pixelBits =
+        uint64_t{Field(tiff, TIFFTAG_BITSPERSAMPLE)} * Field(tiff, TIFFTAG_SAMPLESPERPIXEL);
+    if (uint64_t{width} * height * pixelBits / 8 > kMaxDecodedBytes)
         return std::nullopt;
     return Size{static_cast<int>(width), static_cast<int>(height)};
 }
