@@ -144,3 +144,18 @@ TEST_F(CTransformSessionTest, ImmediateTransformsNeedATarget)
                                                            "A object must be present at least!"}));
     ExpectInitial(0);
 }
+
+TEST_F(CTransformSessionTest, AResultThatCannotBeHeldEmptiesTheObjectAndIsUndone)
+{
+    {
+        const CAllocationFailure failure(0);
+        EXPECT_TRUE(RunImmediateTransform(doc, TransformKind::Negative));
+    }
+    EXPECT_TRUE(m_objects[0]->image->Dib().IsEmpty());
+    // What shows nothing still shows nothing.
+    CTransformSession(doc, RotateTransform()).Ok(std::array{45});
+    EXPECT_TRUE(m_objects[0]->image->Dib().IsEmpty());
+    while (doc.Undo()) {
+    }
+    ExpectInitial(0);
+}

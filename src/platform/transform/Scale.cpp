@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/transform/Scale.h"
+
+#include "platform/parallel/PictureBands.h"
+#include "platform/parallel/RowBands.h"
+#include "platform/transform/AxisTaps.h"
+#include "platform/transform/HalvePicture.h"
+#include "platform/ui/UserInterface.h"
+
+#include <algorithm>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "platform/transform/Scale.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+#ifndef PIXOLUNE_SCALE
+#define PIXOLUNE_SCALE
+namespace {
+
+struct ScaleJob {
+    const CPackedDib& source;
+    const CAxisTaps& columns;
+    const CAxisTaps& rows;
+    float* sums = nullptr;   ///< of each source column: blue, green and red times alpha, and alpha
+    float* scaled = nullptr; ///< the same of each result column
+};
+
+constexpr float kLeastAlpha = 0.5f;
+
+} // namespace
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace {
+namespace HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+// Blue, green, red and alpha of a pixel lie in one 128-bit block.
+using Pixels = hn::ScalableTag<float>;
+using Pixel = hn::CappedTag<float, 4>;
+
+#if HWY_TARGET != HWY_SCALAR
+
+template <typename D> HWY_INLINE hn::Mask<D> AlphaLanes(D floats)
+{
+    const hn::RebindToUnsigned<D> words;
+    return hn::RebindMask(floats, hn::Eq(hn::And(hn::Iota(words, 0), hn::Set(words, 3)), hn::Set(words, 3)));
+}
+
+template <typename D> HWY_INLINE void SumColumns(D floats, const ScaleJob& job, const Tap& tap, size_t at)
+{
+    const hn::Rebind<uint8_t, D> bytes;
+    const hn::Rebind<int32_t, D> integers;
+    const auto isAlpha = AlphaLanes(floats);
+    auto sum = hn::Zero(floats);
+    for (size_t row = 0; row < tap.weights.size(); ++row) {
+        const uint8_t* from = job.source.Row(tap.first + static_cast<int>(row)) + at;
+        const auto level = hn::ConvertTo(floats, hn::PromoteTo(integers, hn::LoadU(bytes, from)));
+        const auto alpha = hn::IfThenElse(isAlpha, hn::Set(floats, 1.0f), hn::Broadcast<3>(level));
+        sum = hn::Add(sum, hn::Mul(hn::Mul(level, alpha), hn::Set(floats, tap.weights[row])));
+    }
+    hn::StoreU(sum, floats, job.sums + at);
+}
+
+template <typename D> HWY_INLINE void StorePixels(D floats, const float* HWY_RESTRICT sums, uint8_t* to)
+{
+    const hn::Rebind<uint8_t, D> bytes;
+    const hn::Rebind<int32_t, D> integers;
+    const auto sum = hn::LoadU(floats, sums);
+    const auto alpha = hn::Broadcast<3>(sum);
+    const auto value = hn::IfThenElse(AlphaLanes(floats), sum, hn::Div(sum, alpha));
+    const auto clamped = hn::Min(hn::Max(value, hn::Zero(floats)), hn::Set(floats, 255.0f));
+    const auto seen = hn::IfThenElseZero(hn::Ge(alpha, hn::Set(floats, kLeastAlpha)),
+                                         hn::Add(clamped, hn::Set(floats, 0.5f)));
+    hn::StoreU(hn::DemoteTo(bytes, hn::ConvertTo(integers, seen)), bytes, to);
+}
+
+HWY_INLINE void SumRow(const ScaleJob& job, const Tap& tap, size_t to)
+{
+    const Pixel floats;
+    const float* HWY_RESTRICT from = job.sums + ptrdiff_t{tap.first} * 4;
+    auto sum = hn::Zero(floats);
+    for (const float weight : tap.weights) {
+        sum = hn::Add(sum, hn::Mul(hn::LoadU(floats, from), hn::Set(floats, weight)));
+        from += 4;
+    }
+    hn::StoreU(sum, floats, job.scaled + to);
+}
+
+#else
+
+constexpr size_t kChannels = 4;
+
+/// The tag says nothing here: one pixel at a time.
+HWY_INLINE void SumColumns(Pixel /*floats*/, const ScaleJob& job, const Tap& tap, size_t at)
+{
+    for (size_t channel = 0; channel < kChannels; ++channel) {
+        float sum = 0;
+        for (size_t row = 0; row < tap.weights.size(); ++row) {
+            const uint8_t* from = job.source.Row(tap.first + static_cast<int>(row)) + at;
+            const float alpha = channel == 3 ? 1 : from[3];
+            sum += from[channel] * alpha * tap.weights[row];
+        }
+        job.sums[at + channel] = sum;
+    }
+}
+
+HWY_INLINE void StorePixels(Pixel /*floats*/, const float* HWY_RESTRICT sums, uint8_t* to)
+{
+    for (size_t channel = 0; channel < kChannels; ++channel) {
+        const float value = channel == 3 ? sums[3] : sums[channel] / sums[3];
+        const bool isSeen = sums[3] >= kLeastAlpha;
+        to[channel] = isSeen ? static_cast<uint8_t>(std::clamp(value, 0.0f, 255.0f) + 0.5f) : uint8_t{0};
+    }
+}
+
+HWY_INLINE void SumRow(const ScaleJob& job, const Tap& tap, size_t to)
+{
+    for (size_t channel = 0; channel < kChannels; ++channel) {
+        float sum = 0;
+        for (size_t at = 0; at < tap.weights.size(); ++at)
+            sum += job.sums[(static_cast<size_t>(tap.first) + at) * 4 + channel] * tap.weights[at];
+        job.scaled[to + channel] = sum;
+    }
+}
+
+#endif
+
+/// Makes row y of the result.
+void ScaleRow(const ScaleJob& job, int y, size_t width, uint8_t* to)
+{
+    const size_t sourceValues = static_cast<size_t>(job.source.Width()) * 4;
+    const Tap rows = job.rows.At(y);
+    size_t at = 0;
+    for (const size_t lanes = hn::Lanes(Pixels()); lanes > 4 && at + lanes <= sourceValues; at += lanes)
+        SumColumns(Pixels(), job, rows, at);
+    for (; at < sourceValues; at += 4)
+        SumColumns(Pixel(), job, rows, at);
+    for (size_t x = 0; x < width; ++x)
+        SumRow(job, job.columns.At(static_cast<int>(x)), x * 4);
+    at = 0;
+    for (const size_t lanes = hn::Lanes(Pixels()); lanes > 4 && at + lanes <= width * 4; at += lanes)
+        StorePixels(Pixels(), job.scaled + at, to + at);
+    for (; at < width * 4; at += 4)
+        StorePixels(Pixel(), job.scaled + at, to + at);
+}
+
+} // namespace HWY_NAMESPACE
+} // namespace
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace {
+
+HWY_EXPORT(ScaleRow);
+constexpr int kPixelsPerMicrosecond = 300;
+
+CPackedDib ScaleByTaps(const CPackedDib& dib, Size size)
+{
+    CAxisTaps columns;
+    CAxisTaps rows;
+    if (!columns.Make(dib.Width(), size.width) || !rows.Make(dib.Height(), size.height))
+        return {};
+    const auto scaleRow = HWY_DYNAMIC_DISPATCH(ScaleRow);
+    const auto sourceValues = static_cast<size_t>(dib.Width()) * 4;
+    const auto values = sourceValues + static_cast<size_t>(size.width) * 4;
+    const auto scaleRows = [&](CPackedDib& scaled, int begin, int end) {
+        CHeapBlock block = CHeapBlock::Allocate(values * sizeof(float), 0, BlockContent::Undefined);
+        if (block.IsEmpty())
+            return false;
+        auto* sums = reinterpret_cast<float*>(block.Data());
+        const ScaleJob job{dib, columns, rows, sums, sums + sourceValues};
+        for (int y = begin; y < end; ++y)
+            scaleRow(job, y, static_cast<size_t>(size.width), scaled.Row(y));
+        return true;
+    };
+    const int64_t rowsRead = std::max<int64_t>(1, dib.Height() / size.height);
+    const int64_t work = (dib.Width() + int64_t{size.width}) * rowsRead;
+    const int band =
+        BandRows(static_cast<int>(std::min<int64_t>(work, kMaxPicturePixels)), kPixelsPerMicrosecond);
+    return MakePictureInBands(size, band, scaleRows);
+}
+
+} // namespace
+
+CPackedDib Scale(const CPackedDib& dib, int width, int height, IProgress* progress, int /*flag*/)
+{
+    if (dib.IsEmpty() || width < 1 || height < 1)
+        return {};
+    const Size size{width, height};
+    CPackedDib scaled;
+    if (dib.Size() == size)
+        scaled = dib.Duplicate();
+    else if (dib.Width() < 1 || dib.Height() < 1)
+        scaled = CPackedDib::CreateTransparent(width, height);
+    else if (dib.Width() == 2 * int64_t{width} && dib.Height() == 2 * int64_t{height})
+        scaled = HalvePicture(dib);
+    else
+        scaled = ScaleByTaps(dib, size);
+    if (progress != nullptr)
+        progress->SetPosition(100);
+    return scaled;
+}
+
+#endif
