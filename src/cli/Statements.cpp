@@ -22,11 +22,17 @@ const StatementRow* FindByName(std::string_view name)
 std::span<const StatementFamily> StatementTable()
 {
     static const StatementFamily kFamilies[] = {
-        {"Documents", DocumentStatements()},   {"Settings, answers, output", SessionStatements()},
-        {"Objects panel", PanelStatements()},  {"Objects and canvas", ObjectStatements()},
-        {"Transforms", TransformStatements()}, {"Editing", EditStatements()},
-        {"View and tools", ViewStatements()},  {"Mouse", MouseStatements()},
-        {"Printing", PrintStatements()},       {"Exporting", ExportStatements()},
+        {"Documents", DocumentStatements()},
+        {"Settings, answers, output", SessionStatements()},
+        {"Objects panel", PanelStatements()},
+        {"Objects and canvas", ObjectStatements()},
+        {"Transforms", TransformStatements()},
+        {"Editing", EditStatements()},
+        {"View and tools", ViewStatements()},
+        {"Mouse", MouseStatements()},
+        {"Text", TextStatements()},
+        {"Printing", PrintStatements()},
+        {"Exporting", ExportStatements()},
     };
     return kFamilies;
 }

@@ -112,6 +112,11 @@ TEST(ScriptRunner, DoesNothingOfAStatementWithAWrongArgument)
         "red-green-blue 1 2",
         "rotate 361",
         "mirror",
+        "text 1 1",
+        "text 1 1 a size=0",
+        "text 1 1 a smooth=2",
+        "text 1 1 a bold=1",
+        "text 1 1 a font",
         "close now",
         "select-all x",
     };

@@ -71,6 +71,11 @@ TEST(Statements, PrintWhatTheyDid)
          "mirror vertically\nundo 2\nprint pixel 0 0\nprint history",
          "17 0 255 255\n16 32 48 255\nredo \"Redo Adjust red/green/blue\"\nredo \"Redo Mirror "
          "vertically\"\n"},
+        {"text inside the document only",
+         "new 60 40\ntext 5 5 \"Ab\" size=12 smooth=0 vertical=1\ntext 60 5 Ab\ntext 5 5 \"\"\nget "
+         "BannerSmooth\n"
+         "get BannerVertical\nprint history",
+         "BannerSmooth 0\nBannerVertical 1\nundo \"Undo add text\"\n"},
         {"modified", "new 2 2\nprint modified\nhide 0\nprint modified", "modified 0\nmodified 1\n"},
         {"clipboard across documents",
          "new 6 6 #112233\ncopy\nnew 4 4\npaste\nprint objects\nprint selection",

@@ -12,6 +12,7 @@
 [[nodiscard]] std::span<const StatementRow> EditStatements();
 [[nodiscard]] std::span<const StatementRow> ViewStatements();
 [[nodiscard]] std::span<const StatementRow> MouseStatements();
+[[nodiscard]] std::span<const StatementRow> TextStatements();
 [[nodiscard]] std::span<const StatementRow> PrintStatements();
 [[nodiscard]] std::span<const StatementRow> ExportStatements();
 
