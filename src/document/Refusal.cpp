@@ -9,6 +9,14 @@ bool Refuse(const CPixoluneDoc& document, Str reason)
     return false;
 }
 
+bool RefuseFile(const CPixoluneDoc& document, Str reason, const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    const std::filesystem::path full = std::filesystem::absolute(path, ignored);
+    document.Services().ui.ShowMessage(Text(reason, (full.empty() ? path : full).string()));
+    return false;
+}
+
 bool RequireActiveObjects(const CPixoluneDoc& document)
 {
     if (document.Canvas().objects.IsEmpty())

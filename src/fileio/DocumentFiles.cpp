@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/DocumentFiles.h"
 
+#include "document/Refusal.h"
 #include "fileio/FormatTable.h"
 #include "fileio/NativeFile.h"
 #include "fileio/StatusText.h"
 #include "history/ObjectListCommand.h"
-
-namespace {
-
-/// "Load file %s fail!" and its like name the absolute path.
-bool ReportFailure(const CPixoluneDoc& document, Str text, const std::filesystem::path& path)
-{
-    std::error_code ignored;
-    const std::filesystem::path full = std::filesystem::absolute(path, ignored);
-    document.Services().ui.ShowMessage(Text(text, (full.empty() ? path : full).string()));
-    return false;
-}
-
-} // namespace
 
 bool LoadFile(CObjectCanvas& canvas, const std::filesystem::path& path, AppServices& services)
 {
@@ -31,7 +19,7 @@ bool OpenIntoDocument(CPixoluneDoc& document, const std::filesystem::path& path)
     const CFileStatus status(services.ui, Str::ReadingFile, path);
     CObjectCanvas canvas;
     if (!LoadFile(canvas, path, services))
-        return ReportFailure(document, Str::LoadFileFailed, path);
+        return RefuseFile(document, Str::LoadFileFailed, path);
     for (const Ref<CPicObject>& object : canvas.objects) {
         if (object->image->name.empty())
             object->image->name = services.names.Next();
@@ -48,7 +36,7 @@ bool OpenIntoDocument(CPixoluneDoc& document, const std::filesystem::path& path)
 bool SaveDocument(CPixoluneDoc& document, const std::filesystem::path& path)
 {
     if (!SaveNativeFile(document.Canvas(), path, document.Services().ui))
-        return ReportFailure(document, Str::SaveFileFailed, path);
+        return RefuseFile(document, Str::SaveFileFailed, path);
     std::error_code ignored;
     document.SetPath(std::filesystem::absolute(path, ignored));
     document.SetModified(false);
@@ -66,7 +54,7 @@ bool AddFiles(CPixoluneDoc& document, std::span<const std::filesystem::path> pat
         const CFileStatus status(services.ui, Str::ReadingFile, path);
         CObjectCanvas loaded;
         if (!LoadFile(loaded, path, services))
-            return ReportFailure(document, Str::LoadFileFailed, path);
+            return RefuseFile(document, Str::LoadFileFailed, path);
         for (const Ref<CPicObject>& object : loaded.objects) {
             object->image->name = services.names.Next();
             object->SetSelected(true);

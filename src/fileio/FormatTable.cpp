@@ -6,11 +6,11 @@
 #include "fileio/GifReader.h"
 #include "fileio/IconReader.h"
 #include "fileio/NativeFile.h"
+#include "fileio/PathExtension.h"
 #include "fileio/SinglePicture.h"
 #include "platform/codec/Image.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace {
 
@@ -41,16 +41,6 @@ constexpr FormatRow kRows[] = {
     {"TIFF picture", "TIF TIFF", ReadSinglePicture<CImage::LoadTIFFFile>},
 };
 
-std::string UpperCased(std::string_view text)
-{
-    std::string upper(text);
-    for (char& letter : upper) {
-        if (letter >= 'a' && letter <= 'z')
-            letter = static_cast<char>(letter - 'a' + 'A');
-    }
-    return upper;
-}
-
 } // namespace
 
 std::span<const FormatRow> FormatTable()
@@ -60,15 +50,8 @@ std::span<const FormatRow> FormatTable()
 
 const FormatRow* FindFormat(const std::filesystem::path& path)
 {
-    const std::string text = path.string();
-    const size_t dot = text.rfind('.');
-    if (dot == std::string::npos)
-        return nullptr;
-    const std::string extension = UpperCased(std::string_view(text).substr(dot + 1));
-    const auto matches = [&](const FormatRow& row) {
-        return std::ranges::any_of(row.extensions | std::views::split(' '),
-                                   [&](const auto& part) { return std::ranges::equal(part, extension); });
-    };
-    const auto* row = std::ranges::find_if(kRows, matches);
+    const std::string extension = UpperCasedExtension(path);
+    const auto* row = std::ranges::find_if(
+        kRows, [&](const FormatRow& candidate) { return NamesExtension(candidate.extensions, extension); });
     return row == std::end(kRows) ? nullptr : row;
 }
