@@ -62,10 +62,12 @@ void AddConversion()
     };
     for (const int bitCount : {1, 8, 16, 24}) {
         const std::string operation = "picture/convert-" + std::to_string(bitCount) + "-to-32";
-        AddCase({operation, "12MP", "ours", Threads::One, PixelsOf(12)}, [=] {
-            const auto dib = makeSource(bitCount);
-            return [=] { (void)ConvertTo32Bits(*dib); };
-        });
+        for (const Threads threads : kBothThreads) {
+            AddCase({operation, "12MP", "ours", threads, PixelsOf(12)}, [=] {
+                const auto dib = makeSource(bitCount);
+                return [=] { (void)ConvertTo32Bits(*dib); };
+            });
+        }
         AddCase({operation, "12MP", "qt", Threads::One, PixelsOf(12)}, [=] {
             const auto dib = makeSource(bitCount);
             const QImage::Format format = bitCount == 1    ? QImage::Format_Mono

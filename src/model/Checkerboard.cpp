@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/DibOperations.h"
 #include "platform/dib/Pixel.h"
+#include "platform/parallel/RowBands.h"
 
 #include <vector>
 
@@ -20,6 +21,12 @@ bool IsOddSquare(int coordinate, int offset)
     return ((int64_t{coordinate} + offset) / kSquare) % 2 != 0;
 }
 
+void ColourRow(uint8_t* pixel, const uint32_t* colours, size_t width)
+{
+    for (size_t x = 0; x < width; ++x, pixel += 4)
+        StorePixel(pixel, (LoadPixel(pixel) & kOpaquePixel) | colours[x]);
+}
+
 } // namespace
 
 void DrawCheckerboard(const BitmapView& view, Rgb a, Rgb b, Point offset)
@@ -35,10 +42,11 @@ void DrawCheckerboard(const BitmapView& view, Rgb a, Rgb b, Point offset)
         even[static_cast<size_t>(x)] = PixelOf(isOdd ? b : a);
         odd[static_cast<size_t>(x)] = PixelOf(isOdd ? a : b);
     }
-    for (int y = 0; y < view.height; ++y) {
-        const uint32_t* colours = IsOddSquare(y, offset.y) ? odd.data() : even.data();
-        uint8_t* pixel = view.Row(y);
-        for (size_t x = 0; x < width; ++x, pixel += 4)
-            StorePixel(pixel, (LoadPixel(pixel) & kOpaquePixel) | colours[x]);
-    }
+    constexpr int kPixelsPerMicrosecond = 5000;
+    ForRowBands(view.height, BandRows(view.width, kPixelsPerMicrosecond), [&](int begin, int end) {
+        for (int y = begin; y < end; ++y) {
+            const uint32_t* colours = IsOddSquare(y, offset.y) ? odd.data() : even.data();
+            ColourRow(view.Row(y), colours, width);
+        }
+    });
 }
