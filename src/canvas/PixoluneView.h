@@ -28,6 +28,10 @@ public:
     /// The text tool was clicked inside the document: the window asks for a text to stand there.
     virtual void OnTextPoint(Point /*documentPoint*/) {}
     virtual void OnCursorChanged(CursorShape /*shape*/) {}
+    /// The colour-picking pointer moved over the picture, which shows 0xAARRGGBB there.
+    virtual void OnColourUnderPointer(uint32_t /*pixel*/) {}
+    /// A paint colour of the settings was picked from the picture.
+    virtual void OnPaintColoursChanged() {}
 };
 
 /// A document's canvas as one window shows it: zoom, scroll position, tool and selection. Mouse messages
@@ -40,6 +44,8 @@ public:
 
     [[nodiscard]] CPixoluneDoc& Document() const { return m_document; }
     void SetHost(IViewHost* host) { m_host = host; }
+    /// None without a window.
+    [[nodiscard]] IViewHost* Host() const { return m_host; }
 
     // Geometry
     [[nodiscard]] const ViewGeometry& Geometry() const { return m_geometry; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/commands/CommandFamilies.h"
 #include "canvas/ClipboardCommands.h"
+#include "canvas/SelectionOperations.h"
 
 namespace {
 
@@ -49,6 +50,11 @@ template <bool (*command)(CPixoluneView&)> bool OnView(CommandContext& context)
     return command(*context.view);
 }
 
+bool HasSelection(const CommandContext& context)
+{
+    return HasView(context) && !context.view->Selection().IsEmpty();
+}
+
 bool CanPaste(const CommandContext& context)
 {
     return HasView(context) && context.app.Services().clipboard.HasContents();
@@ -69,6 +75,12 @@ constexpr CommandRow kRows[] = {
      CanPaste, nullptr, OnView<Paste>},
     {EditDelete, "Edit", 1, "&Delete", "Erase the selection", "Delete", "Delete", "delete", HasView, nullptr,
      OnView<Delete>},
+    {EditSelectAll, "Edit", 2, "Select &All", "Select the entire document", "Select All", "Ctrl+A",
+     "select-all", HasView, nullptr, OnView<SelectAll>},
+    {EditUnselectAll, "Edit", 2, "&Unselect All", "Unselect all", "Unselect All", "Ctrl+Shift+A",
+     "unselect-all", HasSelection, nullptr, OnView<UnselectAll>},
+    {EditInvertSelection, "Edit", 2, "&Invert Selection", "Invert selection", "Invert Selection",
+     "Ctrl+Shift+I", "invert-selection", HasView, nullptr, OnView<InvertSelection>},
     {EditPreferences, "Edit", 9, "Pre&ferences...", "Changes the settings of the program", "Preferences",
      "Ctrl+,", "preferences", HasShell, nullptr, RunInShell},
 };

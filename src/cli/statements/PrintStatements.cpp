@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/ShownPixel.h"
 #include "cli/Printing.h"
 #include "cli/Quoting.h"
 #include "cli/statements/StatementFamilies.h"
@@ -101,6 +102,22 @@ Outcome PrintObjectPixel(CSession& session, CArguments& arguments)
     return Outcome::Done;
 }
 
+Outcome PrintPicked(CSession& session, CArguments& arguments)
+{
+    const Point point = arguments.Coordinates();
+    if (!arguments.Finish())
+        return Outcome::ScriptError;
+    const uint32_t pixel =
+        session.Canvas().Rectangle().Contains(point) ? ShownPixel(session.Canvas(), point) : 0;
+    const uint32_t transparency = 255 - (pixel >> 24);
+    if (transparency == 255)
+        session.Output() << "none";
+    else
+        session.Output() << (pixel >> 16 & 255) << ' ' << (pixel >> 8 & 255) << ' ' << (pixel & 255);
+    session.Output() << ' ' << transparency << '\n';
+    return Outcome::Done;
+}
+
 constexpr StatementRow kRows[] = {
     {"print canvas", "", "Prints the canvas's size, its fields and the number of objects.", Needs::Document,
      Print<PrintCanvas>},
@@ -115,6 +132,8 @@ constexpr StatementRow kRows[] = {
     {"print pixel", "X Y", "Prints red, green, blue and alpha of the frame.", Needs::Document, PrintPixel},
     {"print object-pixel", "K X Y", "Prints red, green, blue and alpha of an object's own picture.",
      Needs::Document, PrintObjectPixel},
+    {"print picked", "X Y", "Prints red, green, blue and transparency that the pick-colour page shows.",
+     Needs::Document, PrintPicked},
     {"print status", "", "Prints the status bar's text for the pointer.", Needs::Document,
      Print<PrintStatus>},
     {"print modified", "", "Prints whether the document has changes that are not saved.", Needs::Document,

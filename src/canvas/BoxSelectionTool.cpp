@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/BoxSelectionTool.h"
+
+#include "canvas/PixoluneView.h"
+#include "canvas/RubberBand.h"
+
+#include <algorithm>
+
+CSelectionTool::Gesture CBoxSelectionTool::Begin(const MouseInput& input)
+{
+    m_anchor = m_corner = input.client;
+    return Gesture::Drag;
+}
+
+void CBoxSelectionTool::Extend(const MouseInput& input)
+{
+    const Rect before = Box();
+    m_corner = input.client;
+    View().Invalidate(before.United(Box()));
+}
+
+void CBoxSelectionTool::Finish(const MouseInput& input)
+{
+    m_corner = input.client;
+    const Rect drawn = Box();
+    if (drawn.IsEmpty()) {
+        CompleteWithNothing();
+        return;
+    }
+    const Point first = View().Geometry().ToDocument(drawn.Corner());
+    const Point end = View().Geometry().ToDocument(Point{drawn.right, drawn.bottom});
+    if (std::optional<CRegion> shape = ShapeIn({first.x, first.y, end.x, end.y}))
+        Complete(*std::move(shape), input);
+}
+
+Rect CBoxSelectionTool::Box() const
+{
+    return {std::min(m_anchor.x, m_corner.x), std::min(m_anchor.y, m_corner.y),
+            std::max(m_anchor.x, m_corner.x), std::max(m_anchor.y, m_corner.y)};
+}
+
+void CRectangularSelectionTool::PaintShape(const BitmapView& target, const Rect& area) const
+{
+    InvertRectangle(target, area, Box());
+}
+
+void CEllipticalSelectionTool::PaintShape(const BitmapView& target, const Rect& area) const
+{
+    InvertEllipse(target, area, Box());
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/GrowingPicture.h"
+#include "model/RasterImage.h"
+
+/// Painting into a picture as it stands. Keeps the old pixels of what has been painted over, and no more,
+/// until the stroke is done.
+class CInPlaceStroke {
+public:
+    explicit CInPlaceStroke(Ref<CRasterImage> image);
+
+    /// Keeps the pixels of a rectangle inside the picture, which is then about to be painted. False when
+    /// memory runs out.
+    [[nodiscard]] bool Prepare(const Rect& rect);
+    [[nodiscard]] BitmapView Pixels() const { return ViewOf(m_image->MutableDib()); }
+    [[nodiscard]] bool HasPainted() const { return !m_old.IsEmpty(); }
+    /// The whole picture as it was before; empty when memory runs out.
+    [[nodiscard]] CPackedDib Original() const;
+    /// Puts everything back.
+    void Restore();
+
+private:
+    void CopyOldInto(const BitmapView& picture) const;
+
+    Ref<CRasterImage> m_image;
+    CGrowingPicture m_old;
+};

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/PencilTool.h"
+
+#include "canvas/PaintSettings.h"
+#include "canvas/PencilStroke.h"
+#include "canvas/PixoluneView.h"
+#include "canvas/ReplacePicture.h"
+#include "document/Refusal.h"
+#include "platform/settings/Settings.h"
+
+#include <algorithm>
+#include <memory>
+
+StrokeSettings CPencilTool::ReadSettings() const
+{
+    const CSettings& settings = View().Document().Services().settings;
+    const int width = settings.Get(Setting::PaintLineWidth);
+    return {{width, settings.IsOn(Setting::PaintRoundCap) ? PenCap::Round : PenCap::Square,
+             SmoothingRadius(width, settings.Get(Setting::LineSmoothDegree))},
+            settings.IsOn(Setting::PaintBeeline)};
+}
+
+void CPencilTool::BeginStroke(MouseButton button)
+{
+    const CPixoluneDoc& document = View().Document();
+    const CSettings& settings = document.Services().settings;
+    m_paint = PaintOf(settings, button, Setting::LineOpacity);
+    m_layer.reset();
+    m_inPlace.reset();
+    if (settings.IsOn(Setting::AllowPaintTransparence))
+        m_layer.emplace(document.Canvas().Rectangle());
+    else
+        m_inPlace.emplace(Target()->image);
+}
+
+Rect CPencilTool::Reach() const
+{
+    return m_layer ? View().Document().Canvas().Rectangle() : Target()->Rectangle();
+}
+
+void CPencilTool::ApplySegment(const CCoverageMask& mask)
+{
+    if (m_layer) {
+        AddToLayer(mask);
+    } else if (m_inPlace->Prepare(mask.Bounds())) {
+        PaintOntoPixels(m_inPlace->Pixels(), mask, m_paint);
+        View().Document().NotifyFrameChanged(mask.Bounds().Moved(Target()->x, Target()->y));
+    }
+}
+
+void CPencilTool::AddToLayer(const CCoverageMask& mask)
+{
+    const bool hasRoom = m_layer->Include(mask.Bounds(), [&](const BitmapView& room, const Rect&) {
+        for (int y = 0; y < room.height; ++y)
+            std::fill_n(reinterpret_cast<uint32_t*>(room.Row(y)), room.width, m_paint.colour);
+    });
+    if (!hasRoom)
+        return;
+    PlacedPicture& layer = m_layer->Picture();
+    ::AddToLayer(ViewOf(layer.dib), layer.position, mask, m_paint.alpha);
+    View().SetFloating({&layer.dib, layer.position, Target()->transparency, Target().Get()});
+    View().InvalidateDocument(mask.Bounds());
+}
+
+void CPencilTool::FinishStroke()
+{
+    if (m_layer) {
+        View().SetFloating({});
+        JoinLayer();
+        m_layer.reset();
+        return;
+    }
+    if (m_inPlace->HasPainted()) {
+        CPixoluneDoc& document = View().Document();
+        CPackedDib original = m_inPlace->Original();
+        if (original.IsEmpty()) {
+            AbandonStroke();
+            Refuse(document, Str::OutOfMemory);
+            return;
+        }
+        auto command = std::make_unique<CPixelEditCommand>(PixelEditKind::PaintLine);
+        command->AddPicture(Target()->image, std::move(original));
+        document.Record(std::move(command));
+        document.NotifyObjectsChanged();
+    }
+    m_inPlace.reset();
+}
+
+void CPencilTool::JoinLayer()
+{
+    CPixoluneDoc& document = View().Document();
+    const Ref<CPicObject>& object = Target();
+    const std::optional<PlacedPicture> painted = Trimmed(m_layer->Picture());
+    if (painted && painted->dib.IsEmpty())
+        return;
+    PlacedPicture joined;
+    if (painted)
+        joined = JoinPictures(object->image->Dib(), {object->x, object->y}, *painted, JoinRule::Over);
+    if (joined.dib.IsEmpty()) {
+        View().InvalidateDocument(m_layer->Picture().Rectangle());
+        Refuse(document, Str::OutOfMemory);
+        return;
+    }
+    ReplaceObjectPicture(document, object, std::move(joined), PixelEditKind::PaintLine);
+}
+
+void CPencilTool::AbandonStroke()
+{
+    View().SetFloating({});
+    if (m_inPlace)
+        m_inPlace->Restore();
+    m_layer.reset();
+    m_inPlace.reset();
+    View().Document().NotifyFrameChanged();
+}

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/JoinPictures.h"
+#include "history/PixelEditCommand.h"
+#include "model/PixoluneDoc.h"
+
+/// Gives an object another picture at another place, and records it.
+void ReplaceObjectPicture(CPixoluneDoc& document, const Ref<CPicObject>& object, PlacedPicture picture,
+                          PixelEditKind kind);

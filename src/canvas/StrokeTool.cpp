@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/StrokeTool.h"
+
+#include "canvas/PaintTarget.h"
+#include "canvas/PixoluneView.h"
+#include "canvas/RubberBand.h"
+#include "document/Refusal.h"
+
+#include <algorithm>
+#include <array>
+
+void CStrokeTool::Down(const MouseInput& input)
+{
+    CPixoluneDoc& document = View().Document();
+    if (document.Canvas().objects.IsEmpty()) {
+        Refuse(document, m_noObject);
+        return;
+    }
+    const Point point = View().Geometry().ToDocument(input.client);
+    m_target = FindPaintTarget(document.Canvas(), point);
+    if (!m_target) {
+        Refuse(document, m_noneSelected);
+        return;
+    }
+    SelectPaintTarget(document, *m_target);
+    m_settings = ReadSettings();
+    m_last = point;
+    m_hasMoved = false;
+    m_pressedClient = m_pointerClient = input.client;
+    BeginStroke(input.button);
+}
+
+void CStrokeTool::Move(const MouseInput& input)
+{
+    if (!m_target)
+        return;
+    if (m_settings.beeline) {
+        InvalidateLine();
+        m_pointerClient = input.client;
+        InvalidateLine();
+        return;
+    }
+    const Point point = View().Geometry().ToDocument(input.client);
+    if (point == m_last)
+        return;
+    DrawSegment(m_last, point);
+    m_last = point;
+    m_hasMoved = true;
+}
+
+void CStrokeTool::Up(const MouseInput& input)
+{
+    if (!m_target)
+        return;
+    const Point point = View().Geometry().ToDocument(input.client);
+    if (m_settings.beeline)
+        InvalidateLine();
+    if (m_settings.beeline || point != m_last || !m_hasMoved)
+        DrawSegment(m_last, point);
+    FinishStroke();
+    m_target = nullptr;
+}
+
+void CStrokeTool::Cancel()
+{
+    if (!m_target)
+        return;
+    InvalidateLine();
+    AbandonStroke();
+    m_target = nullptr;
+}
+
+void CStrokeTool::PaintFeedback(const BitmapView& target, const Rect& area) const
+{
+    if (m_target && m_settings.beeline)
+        InvertPolyline(target, area, std::array{m_pressedClient, m_pointerClient});
+}
+
+void CStrokeTool::DrawSegment(Point from, Point to)
+{
+    if (const std::optional<CCoverageMask> mask =
+            RasteriseSegment(Reach(), from, to, m_settings.pen, View().Selection()))
+        ApplySegment(*mask);
+}
+
+void CStrokeTool::InvalidateLine() const
+{
+    const auto [left, right] = std::minmax(m_pressedClient.x, m_pointerClient.x);
+    const auto [top, bottom] = std::minmax(m_pressedClient.y, m_pointerClient.y);
+    View().Invalidate(Rect{left, top, right, bottom}.Inflated(1));
+}

@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/CanvasToolTest.h"
+#include "platform/memory/HeapBlock.h"
+
+#include <cmath>
+
+namespace {
+
+/// Hard pens one pixel wide, unless a test sets them otherwise.
+struct StrokeToolTest : CanvasToolTest {
+    StrokeToolTest()
+    {
+        for (const Setting setting : {Setting::PaintLineWidth, Setting::EraseLineWidth})
+            test.settings.Set(setting, 1);
+        for (const Setting setting : {Setting::LineSmoothDegree, Setting::EraseSmoothDegree})
+            test.settings.Set(setting, 0);
+        test.settings.Set(Setting::PaintForeColor, 0x0000FF);
+        test.settings.Set(Setting::PaintBackgndColor, 0x00FF00);
+    }
+    [[nodiscard]] uint32_t Pixel(int x, int y) const
+    {
+        const CPicObject& object = *test.doc.Canvas().objects.Top();
+        return object.image->PixelAt(x - object.x, y - object.y);
+    }
+    [[nodiscard]] int Alpha(int x, int y) const { return static_cast<int>(Pixel(x, y) >> 24); }
+    void ExpectUndoAndRedo(const CPackedDib& before)
+    {
+        const CPicObject& object = *test.doc.Canvas().objects.Top();
+        const CPackedDib after = object.image->Dib().Duplicate();
+        const Rect place = object.Rectangle();
+        test.doc.Undo();
+        EXPECT_TRUE(SameBytes(object.image->Dib(), before));
+        test.doc.Redo();
+        EXPECT_TRUE(SameBytes(object.image->Dib(), after));
+        EXPECT_EQ(object.Rectangle(), place);
+    }
+};
+
+TEST_F(StrokeToolTest, PencilGrowsTheObjectWhereItMayPaintTransparentAreas)
+{
+    const CPackedDib before = UniformDib(4, 4, 0xFF000000);
+    test.Add(before.Duplicate(), 5, 5, true);
+    view.SetMode(ToolMode::Pencil);
+    Stroke({{6, 6}, {20, 6}});
+    EXPECT_EQ(test.doc.Canvas().objects.Top()->Rectangle(), (Rect{5, 5, 21, 9}));
+    EXPECT_EQ(Pixel(20, 6), 0xFFFF0000u);
+    EXPECT_EQ(Pixel(20, 7), 0x00000000u);
+    EXPECT_EQ(Pixel(5, 5), 0xFF000000u);
+    EXPECT_EQ(UndoName(), "Undo paint line");
+    ExpectUndoAndRedo(before);
+    Stroke({{39, 29}, {60, 40}}, MouseButton::Right);
+    EXPECT_EQ(test.doc.Canvas().objects.Top()->Rectangle(), (Rect{5, 5, 40, 30})) << "not beyond the canvas";
+    EXPECT_EQ(Pixel(39, 29), 0xFF00FF00u);
+}
+
+TEST_F(StrokeToolTest, PencilCoverageAccumulatesAtJoints)
+{
+    test.Add(UniformDib(40, 30, 0x00000000), 0, 0, true);
+    test.settings.Set(Setting::LineOpacity, 155);
+    view.SetMode(ToolMode::Pencil);
+    Stroke({{5, 5}, {10, 5}, {15, 5}});
+    EXPECT_EQ(Alpha(7, 5), 100);
+    EXPECT_EQ(Alpha(10, 5), 200);
+    Stroke({{7, 5}});
+    EXPECT_EQ(Alpha(7, 5), 255 - 155 * 155 / 255) << "a new stroke goes over the old one";
+}
+
+TEST_F(StrokeToolTest, PencilWithoutTransparentAreasKeepsAlpha)
+{
+    CPackedDib picture = UniformDib(40, 30, 0x80102030);
+    picture.Row(5)[4 * 8 + 3] = 0;
+    const CPackedDib before = picture.Duplicate();
+    test.Add(std::move(picture), 0, 0, true);
+    test.settings.Set(Setting::AllowPaintTransparence, 0);
+    test.settings.Set(Setting::LineOpacity, 100);
+    view.SetMode(ToolMode::Pencil);
+    Stroke({{5, 5}, {12, 5}});
+    // Coverage 155 over alpha 128: 206 together; red is (100 * 128 * 16 / 255 + 155 * 255) / 206.
+    EXPECT_EQ(Pixel(6, 5), 0x80000000u | (100 * 128 * 0x10 / 255 + 155 * 255) / 206 << 16 |
+                               100 * 128 * 0x20 / 255 / 206 << 8 | 100 * 128 * 0x30 / 255 / 206);
+    EXPECT_EQ(Pixel(8, 5), 0x00102030u) << "what was transparent stays so";
+    EXPECT_EQ(UndoName(), "Undo paint line");
+    ExpectUndoAndRedo(before);
+}
+
+TEST_F(StrokeToolTest, EraserTakesAlphaOffAndLeavesColours)
+{
+    CPackedDib picture = UniformDib(20, 20, 0xC8102030);
+    picture.Row(2)[4 * 3 + 3] = 60;
+    const CPackedDib before = picture.Duplicate();
+    test.Add(std::move(picture), 4, 4, true);
+    test.settings.Set(Setting::EraseTransparence, 100);
+    view.SetMode(ToolMode::Erase);
+    Stroke({{5, 6}, {9, 6}, {30, 6}});
+    EXPECT_EQ(Pixel(6, 6), 0x64102030u);
+    EXPECT_EQ(Pixel(7, 6), 0x00102030u);
+    EXPECT_EQ(Pixel(9, 6), 0x00102030u) << "erased again at the joint";
+    EXPECT_EQ(Pixel(6, 7), 0xC8102030u);
+    EXPECT_EQ(UndoName(), "Undo erase");
+    ExpectUndoAndRedo(before);
+}
+
+TEST_F(StrokeToolTest, SoftEdgesFadeOverTheRadius)
+{
+    test.Add(UniformDib(40, 30, 0xFF000000), 0, 0, true);
+    test.settings.Set(Setting::EraseLineWidth, 8);
+    test.settings.Set(Setting::EraseSmoothDegree, 100);
+    test.settings.Set(Setting::EraseBeeline, 1);
+    view.SetMode(ToolMode::Erase);
+    Stroke({{5, 15}, {20, 20}, {35, 15}});
+    for (int from = 0; from < 9; ++from) {
+        // An even pen runs along the upper edge of the row.
+        const double coverage = std::max(0.0, 0.5 - (from + 0.5 - 4) / 8);
+        EXPECT_NEAR(Alpha(20, 15 + from), 255 - 255 * coverage, 1) << from;
+        EXPECT_EQ(Alpha(20, 15 + from), Alpha(20, 14 - from));
+    }
+    EXPECT_EQ(Steps(), 1u);
+}
+
+TEST_F(StrokeToolTest, SelectionConfinesStrokes)
+{
+    test.Add(UniformDib(40, 30, 0xFF000000), 0, 0, true);
+    view.SetSelection(CRegion(Rect{10, 0, 20, 30}));
+    for (const ToolMode mode : {ToolMode::Pencil, ToolMode::Erase}) {
+        view.SetMode(mode);
+        Stroke({{2, 5}, {5, 8}});
+        EXPECT_EQ(Steps(), mode == ToolMode::Pencil ? 0u : 1u) << "wholly outside records nothing";
+        Stroke({{2, 5}, {30, 5}});
+        EXPECT_EQ(Pixel(9, 5), 0xFF000000u);
+        EXPECT_EQ(Pixel(20, 5), 0xFF000000u);
+    }
+    EXPECT_EQ(Pixel(10, 5), 0x00FF0000u);
+    EXPECT_EQ(Steps(), 2u);
+}
+
+TEST_F(StrokeToolTest, RefusalsNameTheTool)
+{
+    struct Row {
+        ToolMode mode;
+        const char* noObject;
+        const char* noneSelected;
+    };
+    for (const Row& row : {Row{ToolMode::Pencil, "A  object must be present at least before drawing line!",
+                               "A object must be selected at least before drawing line!"},
+                           Row{ToolMode::Erase, "A  object must be present at least before erasing!",
+                               "A object must be selected at least before erasing!"}}) {
+        view.SetMode(row.mode);
+        test.doc.Canvas().objects.Clear();
+        Stroke({{5, 5}});
+        test.Add(UniformDib(5, 5, 0xFF000000), 20, 20);
+        Stroke({{5, 5}});
+        test.doc.Canvas().objects.Top()->locked = true;
+        Stroke({{22, 22}});
+        EXPECT_EQ(test.ui.TakeMessages(),
+                  (std::vector<std::string>{row.noObject, row.noneSelected, row.noneSelected}));
+    }
+    EXPECT_EQ(Steps(), 0u);
+}
+
+TEST_F(StrokeToolTest, TargetsAreTheSelectedThenTheHitThenAnySelectedObject)
+{
+    const Ref<CPicObject> lower = test.Add(UniformDib(20, 20, 0xFF000000), 0, 0);
+    const Ref<CPicObject> upper = test.Add(UniformDib(20, 20, 0xFF000000), 0, 0);
+    view.SetMode(ToolMode::Erase);
+    Stroke({{3, 3}});
+    EXPECT_EQ(upper->image->PixelAt(3, 3), 0u) << "the topmost that is hit";
+    EXPECT_EQ(test.Stack(), "1 2*");
+    upper->SetSelected(false);
+    lower->SetSelected(true);
+    Stroke({{5, 5}});
+    EXPECT_EQ(lower->image->PixelAt(5, 5), 0u) << "the selected one below it";
+    Stroke({{30, 25}, {10, 10}});
+    EXPECT_EQ(lower->image->PixelAt(10, 10), 0u) << "the selected one, from outside";
+    lower->locked = true;
+    Stroke({{7, 7}});
+    EXPECT_EQ(upper->image->PixelAt(7, 7), 0u) << "locked ones are passed over";
+}
+
+TEST_F(StrokeToolTest, GivingUpOrLackOfMemoryPutsEverythingBack)
+{
+    const CPackedDib before = RandomDib(40, 30, 9);
+    test.Add(before.Duplicate(), 0, 0, true);
+    for (const ToolMode mode : {ToolMode::Pencil, ToolMode::Erase}) {
+        for (const int allowed : {0, 1}) {
+            test.settings.Set(Setting::AllowPaintTransparence, allowed);
+            view.SetMode(mode);
+            view.Press(At({5, 5}));
+            view.Move(At({20, 20}));
+            EXPECT_TRUE(view.CancelDrag());
+            EXPECT_TRUE(SameBytes(test.doc.Canvas().objects.Top()->image->Dib(), before));
+            for (int64_t after = 0; after < 2; ++after) {
+                const CAllocationFailure failure(after);
+                Stroke({{5, 5}, {20, 20}});
+            }
+            view.Press(At({5, 5}));
+            view.Move(At({20, 20}));
+            {
+                const CAllocationFailure failure(0);
+                view.Release(At({20, 20}));
+            }
+            EXPECT_TRUE(SameBytes(test.doc.Canvas().objects.Top()->image->Dib(), before));
+            EXPECT_EQ(test.ui.TakeMessages(), std::vector<std::string>{"Out of Memory!"});
+        }
+    }
+    EXPECT_EQ(Steps(), 0u);
+}
+
+TEST_F(StrokeToolTest, UnfinishedStrokesShowAsTheyWillBecome)
+{
+    test.Add(UniformDib(30, 20, 0xFF336699), 2, 2, true);
+    test.settings.Set(Setting::PaintLineWidth, 6);
+    view.SetMode(ToolMode::Pencil);
+    CPackedDib during = CPackedDib::Create(44, 34, 32), after = CPackedDib::Create(44, 34, 32);
+    for (const Point point : {Point{5, 5}, Point{20, 12}, Point{38, 3}})
+        point == Point{5, 5} ? view.Press(At(point)) : view.Move(At(point));
+    // Frames of selected objects would differ: the object grows at the end.
+    test.doc.Canvas().objects.Top()->SetSelected(false);
+    view.Paint(ViewOf(during), {0, 0, 44, 34});
+    view.Release(At({38, 3}));
+    view.Paint(ViewOf(after), {0, 0, 44, 34});
+    EXPECT_TRUE(SameBytes(during, after));
+}
+
+} // namespace
