@@ -70,6 +70,8 @@ private:
             ->expected(2, CLI::detail::expected_max_vector_size);
         verb->add_option("--set", m_assignments, "NAME=VALUE: changes a setting for this run")
             ->allow_extra_args(false);
+        verb->add_option("--colors", m_colors, "the colour depth of a BMP file, as save-as takes it");
+        verb->add_option("--hotspot", m_hotSpot, "X,Y of a cursor");
         AddUserSettings(verb);
     }
 
@@ -121,8 +123,12 @@ private:
                     return kWrongUsage;
                 }
             }
-            const std::span<const std::string> files = m_files;
-            return Convert(session, files.first(files.size() - 1), files.back(), m_surroundings.errors);
+            Conversion conversion{{m_files.begin(), m_files.end() - 1}, m_files.back(), {}};
+            if (!m_colors.empty())
+                conversion.options.push_back("colors=" + m_colors);
+            if (!m_hotSpot.empty())
+                conversion.options.push_back("hotspot=" + m_hotSpot);
+            return Convert(session, conversion, m_surroundings.errors);
         });
     }
 
@@ -163,6 +169,8 @@ private:
     std::vector<std::string> m_files;
     bool m_asJson = false;
     std::vector<std::string> m_assignments;
+    std::string m_colors;
+    std::string m_hotSpot;
     std::string m_script;
     bool m_keepGoing = false;
     std::string m_statement;

@@ -2,11 +2,18 @@
 #include "cli/Conversion.h"
 
 #include "cli/Arguments.h"
+#include "cli/SaveOptions.h"
 #include "cli/ScriptRunner.h"
 #include "fileio/DocumentFiles.h"
-#include "fileio/FormatTable.h"
+#include "fileio/PathExtension.h"
 
 #include <vector>
+
+namespace {
+
+constexpr std::string_view kNativeExtension = "PXD";
+
+} // namespace
 
 bool Assign(CSettings& settings, const std::string& assignment)
 {
@@ -21,19 +28,25 @@ bool Assign(CSettings& settings, const std::string& assignment)
     return true;
 }
 
-int Convert(CSession& session, std::span<const std::string> sources, const std::string& target,
-            std::ostream& errors)
+int Convert(CSession& session, const Conversion& conversion, std::ostream& errors)
 {
-    const FormatRow* format = FindFormat(target);
-    if (format == nullptr || format->extensions != "PXD") {
-        errors << "cannot save as " << target << std::endl;
-        return kRefusedOrFailed;
+    std::vector<std::string> words = conversion.options;
+    words.insert(words.begin(), conversion.target);
+    CArguments arguments(words);
+    const bool isNative = words.size() == 1 && UpperCasedExtension(conversion.target) == kNativeExtension;
+    const SaveTarget target = isNative ? SaveTarget{arguments.Path()} : TakeSaveTarget(arguments);
+    if (!arguments.Finish()) {
+        errors << arguments.Error() << std::endl;
+        return kWrongUsage;
     }
-    CPixoluneDoc* document = session.App().OpenDocument(sources.front());
+
+    CPixoluneDoc* document = session.App().OpenDocument(conversion.sources.front());
     if (document == nullptr)
         return kRefusedOrFailed;
-    const std::vector<std::filesystem::path> added(sources.begin() + 1, sources.end());
+    const auto added = std::span(conversion.sources).subspan(1);
     if (!added.empty() && !AddFiles(*document, added, AddKind::ImageFiles))
         return kRefusedOrFailed;
-    return SaveDocument(*document, target) ? kAllDone : kRefusedOrFailed;
+    const bool isSaved = isNative ? SaveDocument(*document, target.path)
+                                  : SaveDocumentAs(*document, target.path, *target.format, target.options);
+    return isSaved ? kAllDone : kRefusedOrFailed;
 }

@@ -3,15 +3,22 @@
 
 #include "cli/Session.h"
 
+#include <filesystem>
 #include <ostream>
-#include <span>
 #include <string>
+#include <vector>
 
 /// Takes a "NAME=VALUE" text over into the settings, as one that was read from the store; false when it is
 /// none.
 [[nodiscard]] bool Assign(CSettings& settings, const std::string& assignment);
 
-/// Opens the first file, adds the others, and saves in the format that the target's extension chooses.
+/// What to convert.
+struct Conversion {
+    std::vector<std::filesystem::path> sources; ///< at least one
+    std::string target;
+    std::vector<std::string> options; ///< as those of the statement save-as
+};
+
+/// Opens the first source, adds the others, and saves in the format that the target's extension chooses.
 /// Returns the exit status.
-[[nodiscard]] int Convert(CSession& session, std::span<const std::string> sources, const std::string& target,
-                          std::ostream& errors);
+[[nodiscard]] int Convert(CSession& session, const Conversion& conversion, std::ostream& errors);

@@ -66,6 +66,8 @@ TEST(CommandLine, WrongUsageEndsWithTwo)
         {"convert", "a", "b.pxd", "--set", "JPGQuality"},
         {"convert", "a", "b.pxd", "--set", "Quality=3"},
         {"convert", "a", "b.pxd", "--set", "JPGQuality=4294967296"},
+        {"convert", "a", "b.xyz"},
+        {"convert", "a", "b.png", "--colors", "high"},
         {"help", "paint"},
         {"run", "--user-settings", "-"},
     };
@@ -109,6 +111,31 @@ TEST(CommandLine, ConvertJoinsFilesAndLeavesNothingBehindOnFailure)
     EXPECT_EQ(Call({"convert", path, path, path, target, "--set", "JPGQuality=3"}).status, 0);
     const Ended info = Call({"info", target});
     EXPECT_NE(info.output.find("objects 6\n"), std::string::npos) << info.output;
+}
+
+TEST(CommandLine, ConvertChoosesTheFormatByTheEnding)
+{
+    const CTemporaryFolder folder;
+    const std::string path = SavedDocument(folder);
+    const std::vector<std::vector<std::string>> kCases = {{"a.jpg", "--set", "JPGQuality=30"},
+                                                          {"a.GIF"},
+                                                          {"a.bmp", "--colors", "16-grays"},
+                                                          {"a.png"},
+                                                          {"a.tiff", "--set", "TIFFEncodeMode=5"},
+                                                          {"a.tga"},
+                                                          {"a.pcx"},
+                                                          {"a.ico"},
+                                                          {"a.cur", "--hotspot", "4,3"},
+                                                          {"a.ani"}};
+    for (std::vector<std::string> arguments : kCases) {
+        SCOPED_TRACE(arguments.front());
+        const std::string target = folder.File(arguments.front()).string();
+        arguments.front() = target;
+        arguments.insert(arguments.begin(), {"convert", path});
+        const Ended ended = Call(arguments);
+        EXPECT_EQ(ended.status, 0) << ended.errors << ended.output;
+        EXPECT_NE(Call({"info", target}).output.find("\ncanvas 5 4 "), std::string::npos);
+    }
 }
 
 TEST(CommandLine, UserSettingsAreReadAndStoredOnlyOnRequest)

@@ -39,6 +39,8 @@ TEST(ScriptRunner, EndsWithTheStatusOfWhatHappened)
         {"error after a refusal", "undo\nnonsense", true, "",
          "refused: undo\ns:2: unknown statement \"nonsense\"\n", 2},
         {"open quote", "\n\necho \"a", true, "", "s:3: closing quote is missing\n", 2},
+        {"save that fails", kNew + std::string("save-as /nowhere/at.cur hotspot=1,2"), false,
+         "message: Save to file /nowhere/at.cur fail!\n", "", 1},
         {"cannot be written", kNew + std::string("export-frame /nowhere/at/all.png\necho a"), true, "a\n",
          "s:2: cannot write \"/nowhere/at/all.png\"\n", 1},
     };
@@ -117,6 +119,14 @@ TEST(ScriptRunner, DoesNothingOfAStatementWithAWrongArgument)
         "text 1 1 a smooth=2",
         "text 1 1 a bold=1",
         "text 1 1 a font",
+        "save-as",
+        "save-as none",
+        "save-as a.xyz",
+        "save-as a.png colors=high",
+        "save-as a.bmp colors=many",
+        "save-as a.bmp hotspot=1,2",
+        "save-as a.cur hotspot=1",
+        "save-as a.cur hotspot=1,-2",
         "close now",
         "select-all x",
     };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/SaveOptions.h"
 #include "cli/statements/StatementFamilies.h"
 #include "fileio/DocumentFiles.h"
 
@@ -75,6 +76,15 @@ Outcome Save(CSession& session, CArguments& arguments)
     return Outcome::Done;
 }
 
+Outcome SaveAs(CSession& session, CArguments& arguments)
+{
+    const SaveTarget target = TakeSaveTarget(arguments);
+    if (!arguments.Finish())
+        return Outcome::ScriptError;
+    SaveDocumentAs(session.Document(), target.path, *target.format, target.options);
+    return Outcome::Done;
+}
+
 Outcome SwitchDocument(CSession& session, CArguments& arguments)
 {
     const int number = arguments.Integer("N", 1, std::numeric_limits<int>::max());
@@ -102,6 +112,9 @@ constexpr StatementRow kRows[] = {
     {"add", "PATH...", "Adds the objects of picture files.", Needs::Document, Add},
     {"add-avi", "PATH", "Adds the frames of a video.", Needs::Document, AddAvi},
     {"save", "PATH", "Saves the native file.", Needs::Document, Save},
+    {"save-as", "PATH [colors=black-white|16-colors|256-colors|high|true|16-grays|256-grays] [hotspot=X,Y]",
+     "Saves the picture in the format of the path's ending; colors is for BMP, hotspot for CUR and ANI.",
+     Needs::Document, SaveAs},
     {"document", "N", "Makes the N-th opened document, counted from 1, the current one.", Needs::Nothing,
      SwitchDocument},
     {"close", "", "Closes the current document without saving.", Needs::Document, Close},
