@@ -71,7 +71,7 @@ TEST(Corpus, DamagedFilesLoadOrFail)
         SCOPED_TRACE(file.path);
         const std::vector<uint8_t> whole = FileContent(folder / file.path);
         const std::string extension = std::filesystem::path(file.path).extension().string();
-        for (int step = 0; step < 15 && !whole.empty() && whole.size() < 100'000; ++step) {
+        for (int step = 0; step < 8 && !whole.empty() && whole.size() < 100'000; ++step) {
             std::vector<uint8_t> damaged = whole;
             // Mostly in the header, where the numbers are that other things depend on.
             for (uint32_t count = 1 + random() % 4; count > 0; --count)
