@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/LayerRows.h"
 
+#include "model/SampleRow.h"
 #include "platform/dib/Pixel.h"
-
-#include <hwy/cache_control.h>
 
 #include <algorithm>
 
@@ -18,33 +17,18 @@ template <int Group> void RepeatPixels(const uint8_t* from, int count, int times
         std::fill_n(to, Group, LoadPixel(from));
 }
 
-/// Takes every `Step`th pixel.
-template <int Step> void SamplePixels(const uint8_t* from, int count, uint32_t* to)
-{
-    constexpr ptrdiff_t kLine = 64;
-    constexpr ptrdiff_t kAhead = 2048;
-    constexpr int kGroup = 16;
-    for (; count >= kGroup; count -= kGroup) {
-        for (int line = 0; line < Step; ++line)
-            hwy::Prefetch(from + kAhead + line * kLine);
-        for (int i = 0; i < kGroup; ++i)
-            to[i] = LoadPixel(from + i * Step * kPixelBytes);
-        to += kGroup;
-        from += kGroup * Step * kPixelBytes;
-    }
-    for (int i = 0; i < count; ++i)
-        to[i] = LoadPixel(from + i * Step * kPixelBytes);
-}
-
 } // namespace
 
 void CLayerRows::Gather(const uint8_t* source)
 {
     const int times = m_placement.enlargement;
     if (times == 1) {
-        constexpr std::array kSample{SamplePixels<2>, SamplePixels<3>, SamplePixels<4>, SamplePixels<5>,
-                                     SamplePixels<6>, SamplePixels<7>, SamplePixels<8>};
-        kSample[static_cast<size_t>(m_placement.step - 2)](source, m_width, m_gathered);
+        // The next row lies as far from this one as this from the last; a single row goes on to the right.
+        constexpr ptrdiff_t kFurtherRight = 2048;
+        const ptrdiff_t ahead = m_lastSource != nullptr ? source - m_lastSource : kFurtherRight;
+        m_lastSource = source;
+        SampleRow(source, static_cast<size_t>(m_width), static_cast<size_t>(m_placement.step), m_gathered,
+                  source + ahead);
         return;
     }
     const int count = (m_phase + m_width + times - 1) / times;

@@ -54,5 +54,6 @@ private:
     int m_width;
     int m_phase = 0; ///< how much of an enlarged pixel lies left of the leftmost destination column
     int m_gatheredRow = -1;
+    const uint8_t* m_lastSource = nullptr;
     uint32_t* m_gathered;
 };
