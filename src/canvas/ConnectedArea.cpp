@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kBlockRows = 64; ///< as many as a word has bits
 constexpr int kStripWords = 64;
-constexpr int kMatchedWords = 8; ///< words of a row that are matched together
+constexpr int kMatchedWords = 4; ///< words of a row that are matched together
 
 constexpr int StripsFor(int words)
 {
@@ -39,7 +39,8 @@ public:
         : m_picture(ViewOf(dib)), m_range(range), m_clip(clip), m_visit(visit),
           m_wordsPerRow(WordsFor(dib.Width())),
           m_blocksPerStrip((dib.Height() + kBlockRows - 1) / kBlockRows),
-          m_open(CPixelSet::Create(dib.Size())), m_found(CPixelSet::Create(dib.Size()))
+          m_open(CPixelSet::Create(dib.Size(), BlockContent::Undefined)),
+          m_found(CPixelSet::Create(dib.Size()))
     {
         const auto strips = static_cast<size_t>(StripsFor(m_wordsPerRow));
         m_rows = CHeapBlock::Allocate(strips * static_cast<size_t>(dib.Height()) * sizeof(BlockRow));
@@ -222,14 +223,14 @@ private:
 
 } // namespace
 
-CPixelSet CPixelSet::Create(::Size size)
+CPixelSet CPixelSet::Create(::Size size, BlockContent content)
 {
     CPixelSet set;
     set.m_size = size;
     set.m_bottom = size.height;
     set.m_wordsPerRow = static_cast<size_t>(WordsFor(size.width));
-    set.m_block =
-        CHeapBlock::Allocate(set.m_wordsPerRow * static_cast<size_t>(size.height) * sizeof(uint64_t));
+    set.m_block = CHeapBlock::Allocate(
+        set.m_wordsPerRow * static_cast<size_t>(size.height) * sizeof(uint64_t), 0, content);
     return set;
 }
 

@@ -11,8 +11,8 @@
 /// Some pixels of a picture, one bit each.
 class CPixelSet {
 public:
-    /// No pixel yet. IsEmpty() when memory runs out.
-    [[nodiscard]] static CPixelSet Create(Size size);
+    /// No pixel yet, or undefined ones for who sets every word. IsEmpty() when memory runs out.
+    [[nodiscard]] static CPixelSet Create(::Size size, BlockContent content = BlockContent::Zeroes);
 
     [[nodiscard]] bool IsEmpty() const { return m_block.IsEmpty(); }
     [[nodiscard]] ::Size Size() const { return m_size; }

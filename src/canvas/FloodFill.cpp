@@ -3,16 +3,12 @@
 
 #include "canvas/ConnectedArea.h"
 #include "canvas/PixelMatch.h"
-
-#include <tbb/blocked_range.h>
-#include <tbb/parallel_for.h>
+#include "platform/parallel/RowBands.h"
 
 #include <algorithm>
 #include <array>
 
 namespace {
-
-constexpr int64_t kPixelsPerTask = 1 << 18; ///< some 0.1 ms
 
 constexpr PixelRange kTransparent{0x00000000, 0x00FFFFFF};
 
@@ -33,9 +29,8 @@ void PaintEverywhere(CPackedDib& dib, const PixelRange& range, const CRegion& cl
         uint8_t* const pixels = picture.Row(y) + ptrdiff_t{left} * 4;
         VisitRuns(part, [&](int from, int to) { brush.PaintRun(pixels + ptrdiff_t{from} * 4, to - from); });
     };
-    const auto grain = static_cast<size_t>(kPixelsPerTask / std::max(1, picture.width) + 1);
-    tbb::parallel_for(tbb::blocked_range<int>(0, picture.height, grain), [&](const auto& rows) {
-        for (int y = rows.begin(); y < rows.end(); ++y) {
+    ForRowBands(picture.height, BandRows(picture.width, kMatchedPerMicrosecond), [&](int begin, int end) {
+        for (int y = begin; y < end; ++y) {
             for (int left = 0; left < picture.width; left += kPart)
                 paintPart(y, left);
         }

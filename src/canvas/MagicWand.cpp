@@ -3,6 +3,7 @@
 
 #include "canvas/ConnectedArea.h"
 #include "canvas/PixelMatch.h"
+#include "platform/parallel/RowBands.h"
 #include "platform/region/RegionBuilder.h"
 
 #include <algorithm>
@@ -14,11 +15,13 @@ constexpr uint8_t kOpaque = 128;
 
 CPixelSet FindEverywhere(const CPackedDib& dib, const PixelRange& range)
 {
-    CPixelSet set = CPixelSet::Create(dib.Size());
+    CPixelSet set = CPixelSet::Create(dib.Size(), BlockContent::Undefined);
     if (set.IsEmpty())
         return set;
-    for (int y = 0; y < dib.Height(); ++y)
-        MatchPixels(ViewOf(dib), y, 0, set.Row(y), range, {});
+    ForRowBands(dib.Height(), BandRows(dib.Width(), kMatchedPerMicrosecond), [&](int begin, int end) {
+        for (int y = begin; y < end; ++y)
+            MatchPixels(ViewOf(dib), y, 0, set.Row(y), range, {});
+    });
     return set;
 }
 

@@ -29,6 +29,9 @@ struct PixelRange {
 [[nodiscard]] PixelRange RangeAround(uint32_t pixel, int tolerance, uint8_t lowestAlpha,
                                      uint8_t highestAlpha);
 
+/// About how many pixels a processor matches in a microsecond.
+inline constexpr int kMatchedPerMicrosecond = 2500;
+
 /// Sets the bit of every pixel of row y, from `left` on, that matches and lies in the region; an empty region
 /// stands for everywhere. left: a multiple of kBitsPerWord. Pixels beyond the end of the row give 0.
 void MatchPixels(const ConstBitmapView& picture, int y, int left, std::span<uint64_t> words,

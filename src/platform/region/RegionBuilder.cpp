@@ -4,7 +4,6 @@
 #include <pixman.h>
 
 #include <algorithm>
-#include <cassert>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -22,24 +21,12 @@ bool SameColumns(const Rect& a, const Rect& b)
 
 CRegionBuilder::CRegionBuilder(size_t runs)
     : m_block(runs < SIZE_MAX / sizeof(Rect) - kHeaderBytes
-                  ? CHeapBlock::Allocate(kHeaderBytes + runs * sizeof(Rect))
-                  : CHeapBlock())
+                  ? CHeapBlock::Allocate(kHeaderBytes + runs * sizeof(Rect), 0, BlockContent::Undefined)
+                  : CHeapBlock()),
+      m_room(runs)
 {
     if (!m_block.IsEmpty())
         m_rects = reinterpret_cast<Rect*>(m_block.Data() + kHeaderBytes);
-}
-
-void CRegionBuilder::AddRun(int y, int left, int right)
-{
-    assert(left < right);
-    if (m_count > m_row && m_rects[m_row].top != y)
-        CloseRow();
-    if (m_count > m_row && m_rects[m_count - 1].right == left) {
-        m_rects[m_count - 1].right = right;
-        return;
-    }
-    assert(kHeaderBytes + (m_count + 1) * sizeof(Rect) <= m_block.Size());
-    m_rects[m_count++] = {left, y, right, y + 1};
 }
 
 void CRegionBuilder::CloseRow()
@@ -72,7 +59,7 @@ CRegion CRegionBuilder::Finish()
     const size_t used = kHeaderBytes + m_count * sizeof(Rect);
     if (used < m_block.Size() / 2) {
         // Rows that became one band need not keep their memory as long as the region lives.
-        if (CHeapBlock smaller = CHeapBlock::Allocate(used); !smaller.IsEmpty()) {
+        if (CHeapBlock smaller = CHeapBlock::Allocate(used, 0, BlockContent::Undefined); !smaller.IsEmpty()) {
             std::memcpy(smaller.Data(), m_block.Data(), used);
             m_block = std::move(smaller);
         }
