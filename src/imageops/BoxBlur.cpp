@@ -17,7 +17,7 @@
 namespace {
 
 /// Columns of the result that are made together: the sums of their columns stay in the fastest cache.
-constexpr int kStripPixels = 512;
+constexpr int kStripPixels = 768;
 /// Result rows that are made together, one in each 128-bit block of a vector.
 constexpr size_t kMaxGroup = 4;
 constexpr size_t kMaxEntries = kStripPixels + kMaxBlurSize + 4;
@@ -233,7 +233,7 @@ CPackedDib BoxBlur(const CPackedDib& dib, int size)
         return true;
     };
     // Every band adds up its first windows anew.
-    const int smallestBand = std::max(BandRows(dib.Width(), kPixelsPerMicrosecond), 8 * reach);
+    const int smallestBand = std::max(BandRows(dib.Width(), kPixelsPerMicrosecond), 16 * reach);
     return MakePictureInBands(dib.Size(), smallestBand, blurRows);
 }
 

@@ -32,12 +32,37 @@ namespace HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
+/// The height of the relief where the sums of red, green and blue differ by `difference`.
 template <typename D>
-HWY_INLINE void EmbossPixels(D doubles, const Relief& relief, const uint32_t* HWY_RESTRICT source,
+HWY_INLINE auto HeightOf(D doubles, const Relief& relief, hn::Vec<hn::Rebind<int32_t, D>> difference)
+{
+    const auto third = hn::Mul(hn::PromoteTo(doubles, difference), hn::Set(doubles, 0.3333333333333333));
+    const auto slope = hn::Mul(third, hn::Set(doubles, relief.weight));
+    return hn::DemoteTo(hn::Rebind<int32_t, D>(), hn::Add(slope, hn::Set(doubles, relief.elevation)));
+}
+
+/// As many heights as there are 32-bit lanes, which is two vectors of doubles.
+template <typename D>
+HWY_INLINE hn::Vec<D> HeightsOf([[maybe_unused]] D integers, const Relief& relief, hn::Vec<D> difference)
+{
+#if HWY_TARGET != HWY_SCALAR
+    if constexpr (hn::MaxLanes(D()) > 1) {
+        const hn::Half<D> half;
+        const hn::Rebind<double, decltype(half)> doubles;
+        return hn::Combine(integers, HeightOf(doubles, relief, hn::UpperHalf(half, difference)),
+                           HeightOf(doubles, relief, hn::LowerHalf(half, difference)));
+    } else
+#endif
+    {
+        return HeightOf(hn::Rebind<double, D>(), relief, difference);
+    }
+}
+
+template <typename D>
+HWY_INLINE void EmbossPixels(D words, const Relief& relief, const uint32_t* HWY_RESTRICT source,
                              const uint32_t* HWY_RESTRICT neighbour, uint32_t* HWY_RESTRICT embossed)
 {
-    const hn::Rebind<uint32_t, D> words;
-    const hn::Rebind<int32_t, D> integers;
+    const hn::RebindToSigned<D> integers;
     const auto byteMask = hn::Set(words, 255);
     const auto sumOf = [&](auto pixel) {
         const auto blueAndGreen =
@@ -46,22 +71,20 @@ HWY_INLINE void EmbossPixels(D doubles, const Relief& relief, const uint32_t* HW
     };
     const auto pixel = hn::LoadU(words, source);
     const auto difference = hn::Sub(sumOf(pixel), sumOf(hn::LoadU(words, neighbour)));
-    const auto slope = hn::Mul(hn::Mul(hn::PromoteTo(doubles, hn::BitCast(integers, difference)),
-                                       hn::Set(doubles, 0.3333333333333333)),
-                               hn::Set(doubles, relief.weight));
-    const auto height = hn::Add(slope, hn::Set(doubles, relief.elevation));
-    const auto clamped = hn::Min(hn::Max(height, hn::Zero(doubles)), hn::Set(doubles, 255.0));
-    const auto level = hn::BitCast(words, hn::DemoteTo(integers, clamped));
+    const auto height = HeightsOf(integers, relief, hn::BitCast(integers, difference));
+    const auto clamped = hn::Min(hn::Max(height, hn::Zero(integers)), hn::Set(integers, 255));
+    const auto level = hn::BitCast(words, clamped);
     const auto colour = hn::Or(hn::Or(level, hn::ShiftLeft<8>(level)), hn::ShiftLeft<16>(level));
     hn::StoreU(hn::Or(colour, hn::AndNot(hn::Set(words, 0xFFFFFF), pixel)), words, embossed);
 }
 
-void EmbossRow(const Relief& relief, const uint32_t* HWY_RESTRICT source,
+void EmbossRow(const Relief& shared, const uint32_t* HWY_RESTRICT source,
                const uint32_t* HWY_RESTRICT neighbours, size_t pixels, uint32_t* HWY_RESTRICT embossed)
 {
-    const hn::ScalableTag<double> doubles;
-    const hn::CappedTag<double, 1> single;
-    const size_t lanes = hn::Lanes(doubles);
+    const hn::ScalableTag<uint32_t> words;
+    const hn::CappedTag<uint32_t, 1> single;
+    const size_t lanes = hn::Lanes(words);
+    const Relief relief = shared; // of its own, which the stores below cannot change
     const ptrdiff_t step = relief.columnStep;
     size_t x = 0;
     if (step < 0) {
@@ -70,7 +93,7 @@ void EmbossRow(const Relief& relief, const uint32_t* HWY_RESTRICT source,
     }
     const size_t end = step > 0 ? pixels - 1 : pixels;
     for (; x + lanes <= end; x += lanes)
-        EmbossPixels(doubles, relief, source + x, neighbours + x + step, embossed + x);
+        EmbossPixels(words, relief, source + x, neighbours + x + step, embossed + x);
     for (; x < end; ++x)
         EmbossPixels(single, relief, source + x, neighbours + x + step, embossed + x);
     if (step > 0)

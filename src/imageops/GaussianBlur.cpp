@@ -22,6 +22,8 @@ namespace {
 /// pass reads stay in the second cache.
 constexpr int kStripPixels = 128;
 constexpr size_t kStripValues = kStripPixels * 4;
+/// Distance of those rows: not a power of two, so that they do not share few places of the cache.
+constexpr size_t kRowStride = kStripValues + 16;
 /// Result rows that share the reading of those rows.
 constexpr int kGroupRows = 4;
 constexpr int kMaxReach = (kMaxBlurSize - 1) / 2;
@@ -53,7 +55,7 @@ struct GaussianScratch {
     double* rows = nullptr;   ///< results of the first pass, row y at y % rowCount
     int rowCount = 0;
 
-    [[nodiscard]] double* Row(int y) const { return rows + static_cast<size_t>(y % rowCount) * kStripValues; }
+    [[nodiscard]] double* Row(int y) const { return rows + static_cast<size_t>(y % rowCount) * kRowStride; }
 };
 
 struct GaussianStrip {
@@ -231,7 +233,7 @@ CPackedDib GaussianBlur(const CPackedDib& dib, int size)
     const int rowCount = 2 * taps.reach + kGroupRows;
     std::atomic<bool> complete = true;
     const auto blurStrips = [&](int first, int last) {
-        const size_t values = sourceValues + (1 + static_cast<size_t>(rowCount)) * kStripValues;
+        const size_t values = sourceValues + kStripValues + static_cast<size_t>(rowCount) * kRowStride;
         CHeapBlock block = CHeapBlock::Allocate(values * sizeof(double));
         if (block.IsEmpty()) {
             complete = false;

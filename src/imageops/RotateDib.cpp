@@ -66,7 +66,8 @@ HWY_INLINE void TurnPixels(D doubles, const Turn& turn, double dy, int x, uint32
     const hn::Rebind<uint32_t, D> words;
     const auto set = [&](double value) HWY_ATTR { return hn::Set(doubles, value); };
     const auto half = set(0.5);
-    const auto dx = hn::Sub(hn::PromoteTo(doubles, hn::Iota(integers, x)), set(turn.centreX));
+    const auto dx = hn::Sub(hn::PromoteTo(doubles, hn::Add(hn::Iota(integers, 0), hn::Set(integers, x))),
+                            set(turn.centreX));
     const auto sourceX = hn::Add(
         hn::Add(hn::Add(hn::Mul(dx, set(turn.cosine)), set(turn.sourceCentreX)), set(dy * turn.sine)), half);
     const auto sourceY = hn::Add(
@@ -85,10 +86,11 @@ HWY_INLINE void TurnPixels(D doubles, const Turn& turn, double dy, int x, uint32
 }
 
 /// Columns begin to end - 1 of the result's row y from the top.
-void TurnRow(const Turn& turn, int y, int begin, int end, uint32_t* HWY_RESTRICT turned)
+void TurnRow(const Turn& shared, int y, int begin, int end, uint32_t* HWY_RESTRICT turned)
 {
     const hn::ScalableTag<double> doubles;
     const int lanes = static_cast<int>(hn::Lanes(doubles));
+    const Turn turn = shared; // of its own, which the stores below cannot change
     const double dy = static_cast<double>(turn.centreY) - y;
     if (turn.IsOutside(begin, end, dy)) {
         std::fill(turned + begin, turned + end, turn.fill);

@@ -38,8 +38,9 @@ HWY_INLINE void LightenPixels(D doubles, const Spot& spot, double rowSquare, siz
 {
     const hn::Rebind<uint32_t, D> words;
     const hn::Rebind<int32_t, D> integers;
-    const auto distance = hn::Sub(hn::PromoteTo(doubles, hn::Iota(integers, static_cast<int32_t>(x))),
-                                  hn::Set(doubles, static_cast<double>(spot.column)));
+    const auto distance = hn::Sub(
+        hn::PromoteTo(doubles, hn::Add(hn::Iota(integers, 0), hn::Set(integers, static_cast<int32_t>(x)))),
+        hn::Set(doubles, static_cast<double>(spot.column)));
     const auto square = hn::Add(hn::Mul(distance, distance), hn::Set(doubles, rowSquare));
     const auto share = hn::Sub(hn::Set(doubles, 1.0), hn::Div(square, hn::Set(doubles, spot.farthestSquare)));
     const auto delta =
@@ -56,11 +57,12 @@ HWY_INLINE void LightenPixels(D doubles, const Spot& spot, double rowSquare, siz
     hn::StoreU(hn::Or(hn::Or(blue, green), hn::Or(red, alpha)), words, result + x);
 }
 
-void LightenRow(const Spot& spot, int y, const uint32_t* HWY_RESTRICT source, size_t pixels,
+void LightenRow(const Spot& shared, int y, const uint32_t* HWY_RESTRICT source, size_t pixels,
                 uint32_t* HWY_RESTRICT lightened)
 {
     const hn::ScalableTag<double> doubles;
     const size_t lanes = hn::Lanes(doubles);
+    const Spot spot = shared; // of its own, which the stores below cannot change
     const double rowDistance = y - spot.row;
     const double rowSquare = rowDistance * rowDistance;
     size_t x = 0;

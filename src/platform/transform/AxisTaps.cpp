@@ -20,17 +20,26 @@ double Cubic(double distance)
 
 } // namespace
 
+Tap Tap::Trimmed() const
+{
+    const auto isUsed = [](float weight) { return weight != 0; };
+    const auto begin = std::ranges::find_if(weights, isUsed) - weights.begin();
+    const auto end = std::ranges::find_if(weights.rbegin(), weights.rend(), isUsed).base() - weights.begin();
+    return {first + static_cast<int>(begin),
+            weights.subspan(static_cast<size_t>(begin), static_cast<size_t>(std::max(begin, end) - begin))};
+}
+
 bool CAxisTaps::Make(int source, int target)
 {
-    const auto spans = static_cast<size_t>(target);
-    // A share can begin and end inside a source sample, so that two share it.
-    const size_t weights = source < target ? spans * kCubicTaps : static_cast<size_t>(source) + spans;
-    m_block =
-        CHeapBlock::Allocate(spans * sizeof(Span) + weights * sizeof(float), 0, BlockContent::Undefined);
+    // A sample's share can begin and end inside a source sample.
+    const int shares = source % target == 0 ? source / target : source / target + 2;
+    m_count = static_cast<size_t>(std::min(source, source < target ? kCubicTaps : shares));
+    const auto samples = static_cast<size_t>(target);
+    m_block = CHeapBlock::Allocate(samples * sizeof(int) + samples * m_count * sizeof(float));
     if (m_block.IsEmpty())
         return false;
-    m_spans = reinterpret_cast<Span*>(m_block.Data());
-    m_weights = reinterpret_cast<float*>(m_block.Data() + spans * sizeof(Span));
+    m_firsts = reinterpret_cast<int*>(m_block.Data());
+    m_weights = reinterpret_cast<float*>(m_block.Data() + samples * sizeof(int));
     if (source < target)
         MakeCubics(source, target);
     else
@@ -40,34 +49,33 @@ bool CAxisTaps::Make(int source, int target)
 
 void CAxisTaps::MakeShares(int source, int target)
 {
-    int64_t offset = 0;
-    for (int64_t index = 0; index < target; ++index) {
+    const int lastFirst = source - static_cast<int>(m_count);
+    for (int index = 0; index < target; ++index) {
         // In units of which a source sample has `target` and a sample of the result `source`.
-        const int64_t begin = index * source;
+        const int64_t begin = int64_t{index} * source;
         const int64_t end = begin + source;
         const auto first = static_cast<int>(begin / target);
         const auto last = static_cast<int>((end - 1) / target);
-        m_spans[index] = {offset, first, last - first + 1};
+        m_firsts[index] = std::min(first, lastFirst);
+        float* weights = WeightsOf(index);
         for (int64_t at = first; at <= last; ++at) {
             const int64_t share = std::min(end, (at + 1) * target) - std::max(begin, at * target);
-            m_weights[offset++] = static_cast<float>(static_cast<double>(share) / source);
+            weights[at - m_firsts[index]] = static_cast<float>(static_cast<double>(share) / source);
         }
     }
 }
 
 void CAxisTaps::MakeCubics(int source, int target)
 {
+    const int lastFirst = source - static_cast<int>(m_count);
     for (int index = 0; index < target; ++index) {
         const double middle = (index + 0.5) * source / target - 0.5;
         const int before = static_cast<int>(std::floor(middle));
-        const int first = std::clamp(before - 1, 0, source - 1);
-        const int last = std::clamp(before + 2, 0, source - 1);
-        const int64_t offset = int64_t{index} * kCubicTaps;
-        m_spans[index] = {offset, first, last - first + 1};
+        m_firsts[index] = std::clamp(before - 1, 0, lastFirst);
         double weights[kCubicTaps] = {};
         for (int at = before - 1; at <= before + 2; ++at)
-            weights[std::clamp(at, first, last) - first] += Cubic(middle - at);
-        std::ranges::transform(weights, m_weights + offset,
-                               [](double weight) { return static_cast<float>(weight); });
+            weights[std::clamp(at, 0, source - 1) - m_firsts[index]] += Cubic(middle - at);
+        std::transform(weights, weights + m_count, WeightsOf(index),
+                       [](double weight) { return static_cast<float>(weight); });
     }
 }

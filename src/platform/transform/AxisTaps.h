@@ -9,6 +9,9 @@
 struct Tap {
     int first = 0;
     std::span<const float> weights;
+
+    /// Without the weights of 0 at both ends.
+    [[nodiscard]] Tap Trimmed() const;
 };
 
 /// The taps of every sample of a line scaled from one length to another. Shorter: the share that each source
@@ -20,23 +23,24 @@ public:
     /// Both lengths at least 1. False when memory runs out.
     [[nodiscard]] bool Make(int source, int target);
 
-    [[nodiscard]] Tap At(int index) const
-    {
-        return {m_spans[index].first,
-                {m_weights + m_spans[index].offset, static_cast<size_t>(m_spans[index].count)}};
-    }
+    /// How many weights every sample has, some of them 0.
+    [[nodiscard]] size_t Count() const { return m_count; }
+    /// Of all samples, Count() after Count().
+    [[nodiscard]] const float* Weights() const { return m_weights; }
+    /// The first source sample of each.
+    [[nodiscard]] const int* Firsts() const { return m_firsts; }
+    [[nodiscard]] Tap At(int index) const { return {m_firsts[index], {WeightsOf(index), m_count}}; }
 
 private:
-    struct Span {
-        int64_t offset = 0; ///< of its first weight
-        int first = 0;
-        int count = 0;
-    };
-
+    [[nodiscard]] float* WeightsOf(int index) const
+    {
+        return m_weights + static_cast<size_t>(index) * m_count;
+    }
     void MakeShares(int source, int target);
     void MakeCubics(int source, int target);
 
     CHeapBlock m_block;
-    Span* m_spans = nullptr;
+    size_t m_count = 0;
+    int* m_firsts = nullptr;
     float* m_weights = nullptr;
 };

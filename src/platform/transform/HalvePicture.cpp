@@ -22,7 +22,7 @@ void HalvePixel(const uint8_t* upper, const uint8_t* lower, uint8_t* half)
     for (int channel = 0; channel < 3; ++channel) {
         const int sum = upper[channel] * upper[3] + upper[channel + 4] * upper[7] +
                         lower[channel] * lower[3] + lower[channel + 4] * lower[7];
-        const float level = static_cast<float>(sum) / static_cast<float>(alpha);
+        const float level = static_cast<float>(sum) * (1 / static_cast<float>(alpha));
         half[channel] = alpha < 2 ? uint8_t{0} : static_cast<uint8_t>(level + 0.5f);
     }
     half[3] = static_cast<uint8_t>((alpha + 2) / 4);
@@ -66,19 +66,22 @@ HWY_INLINE hn::Vec<Bytes> HalveBlocks(const uint8_t* HWY_RESTRICT upper, const u
         blueGreen = hn::ReorderWidenMulAccumulate(integers, pick(kBlueGreen), alphas, blueGreen, unused);
         redAlpha = hn::ReorderWidenMulAccumulate(integers, pick(kRedAlpha), alphasAndOnes, redAlpha, unused);
     }
-    const auto level = [&](auto sums) {
-        const auto sum = hn::ConvertTo(floats, hn::BitCast(integers, sums));
-        const auto alpha = hn::Broadcast<3>(sum);
-        const auto quarter = hn::Mul(sum, hn::Set(floats, 0.25f));
-        const auto value = hn::IfThenElse(hn::RebindMask(floats, isLast), quarter, hn::Div(sum, alpha));
-        const auto seen =
-            hn::IfThenElseZero(hn::Ge(alpha, hn::Set(floats, 2.0f)), hn::Add(value, hn::Set(floats, 0.5f)));
-        return hn::BitCast(bytes, hn::ConvertTo(integers, seen));
+    // One division for all: the lanes of red are of no use here. An alpha that comes out as 0 clears the
+    // rest.
+    const auto alphas = hn::ConvertTo(floats, redAlpha);
+    const auto inverse =
+        hn::IfThenElseZero(hn::Ge(alphas, hn::Set(floats, 2.0f)), hn::Div(hn::Set(floats, 1.0f), alphas));
+    const auto level = [&](auto sums, auto inverses) {
+        const auto factor = hn::IfThenElse(hn::RebindMask(floats, isLast), hn::Set(floats, 0.25f), inverses);
+        const auto value = hn::Mul(hn::ConvertTo(floats, hn::BitCast(integers, sums)), factor);
+        return hn::BitCast(bytes, hn::ConvertTo(integers, hn::Add(value, hn::Set(floats, 0.5f))));
     };
+    const auto blueGreenPairs = hn::BitCast(pairs, blueGreen);
+    const auto redAlphaPairs = hn::BitCast(pairs, redAlpha);
     const auto first =
-        level(hn::InterleaveLower(pairs, hn::BitCast(pairs, blueGreen), hn::BitCast(pairs, redAlpha)));
+        level(hn::InterleaveLower(pairs, blueGreenPairs, redAlphaPairs), hn::Broadcast<1>(inverse));
     const auto second =
-        level(hn::InterleaveUpper(pairs, hn::BitCast(pairs, blueGreen), hn::BitCast(pairs, redAlpha)));
+        level(hn::InterleaveUpper(pairs, blueGreenPairs, redAlphaPairs), hn::Broadcast<3>(inverse));
     return hn::Or(hn::TableLookupBytesOr0(first, hn::LoadDup128(bytes, kLowBytes)),
                   hn::TableLookupBytesOr0(second, hn::LoadDup128(bytes, kLowBytesBehind)));
 }

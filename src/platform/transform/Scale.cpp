@@ -69,23 +69,23 @@ template <typename D> HWY_INLINE void StorePixels(D floats, const float* HWY_RES
     const hn::Rebind<int32_t, D> integers;
     const auto sum = hn::LoadU(floats, sums);
     const auto alpha = hn::Broadcast<3>(sum);
-    const auto value = hn::IfThenElse(AlphaLanes(floats), sum, hn::Div(sum, alpha));
+    const auto value =
+        hn::IfThenElse(AlphaLanes(floats), sum, hn::Mul(sum, hn::Div(hn::Set(floats, 1.0f), alpha)));
     const auto clamped = hn::Min(hn::Max(value, hn::Zero(floats)), hn::Set(floats, 255.0f));
     const auto seen = hn::IfThenElseZero(hn::Ge(alpha, hn::Set(floats, kLeastAlpha)),
                                          hn::Add(clamped, hn::Set(floats, 0.5f)));
     hn::StoreU(hn::DemoteTo(bytes, hn::ConvertTo(integers, seen)), bytes, to);
 }
 
-HWY_INLINE void SumRow(const ScaleJob& job, const Tap& tap, size_t to)
+/// The sum along the row that makes one pixel, as `to`.
+HWY_INLINE void SumPixel(const float* HWY_RESTRICT from, const float* HWY_RESTRICT weights, size_t count,
+                         float* HWY_RESTRICT to)
 {
     const Pixel floats;
-    const float* HWY_RESTRICT from = job.sums + ptrdiff_t{tap.first} * 4;
     auto sum = hn::Zero(floats);
-    for (const float weight : tap.weights) {
-        sum = hn::Add(sum, hn::Mul(hn::LoadU(floats, from), hn::Set(floats, weight)));
-        from += 4;
-    }
-    hn::StoreU(sum, floats, job.scaled + to);
+    for (size_t at = 0; at < count; ++at)
+        sum = hn::Add(sum, hn::Mul(hn::LoadU(floats, from + at * 4), hn::Set(floats, weights[at])));
+    hn::StoreU(sum, floats, to);
 }
 
 #else
@@ -109,36 +109,51 @@ HWY_INLINE void SumColumns(Pixel /*floats*/, const ScaleJob& job, const Tap& tap
 HWY_INLINE void StorePixels(Pixel /*floats*/, const float* HWY_RESTRICT sums, uint8_t* to)
 {
     for (size_t channel = 0; channel < kChannels; ++channel) {
-        const float value = channel == 3 ? sums[3] : sums[channel] / sums[3];
+        const float value = channel == 3 ? sums[3] : sums[channel] * (1 / sums[3]);
         const bool isSeen = sums[3] >= kLeastAlpha;
         to[channel] = isSeen ? static_cast<uint8_t>(std::clamp(value, 0.0f, 255.0f) + 0.5f) : uint8_t{0};
     }
 }
 
-HWY_INLINE void SumRow(const ScaleJob& job, const Tap& tap, size_t to)
+HWY_INLINE void SumPixel(const float* HWY_RESTRICT from, const float* HWY_RESTRICT weights, size_t count,
+                         float* HWY_RESTRICT to)
 {
     for (size_t channel = 0; channel < kChannels; ++channel) {
         float sum = 0;
-        for (size_t at = 0; at < tap.weights.size(); ++at)
-            sum += job.sums[(static_cast<size_t>(tap.first) + at) * 4 + channel] * tap.weights[at];
-        job.scaled[to + channel] = sum;
+        for (size_t at = 0; at < count; ++at)
+            sum += from[at * 4 + channel] * weights[at];
+        to[channel] = sum;
     }
 }
 
 #endif
 
+/// kCount: the number of weights where the compiler shall know it, else 0.
+template <size_t kCount> void SumAlongRow(const ScaleJob& job, size_t width)
+{
+    const size_t count = kCount == 0 ? job.columns.Count() : kCount;
+    const int* firsts = job.columns.Firsts();
+    const float* weights = job.columns.Weights();
+    const float* sums = job.sums;
+    float* scaled = job.scaled;
+    for (size_t x = 0; x < width; ++x, weights += count)
+        SumPixel(sums + ptrdiff_t{firsts[x]} * 4, weights, count, scaled + x * 4);
+}
+
 /// Makes row y of the result.
 void ScaleRow(const ScaleJob& job, int y, size_t width, uint8_t* to)
 {
     const size_t sourceValues = static_cast<size_t>(job.source.Width()) * 4;
-    const Tap rows = job.rows.At(y);
+    const Tap rows = job.rows.At(y).Trimmed();
     size_t at = 0;
     for (const size_t lanes = hn::Lanes(Pixels()); lanes > 4 && at + lanes <= sourceValues; at += lanes)
         SumColumns(Pixels(), job, rows, at);
     for (; at < sourceValues; at += 4)
         SumColumns(Pixel(), job, rows, at);
-    for (size_t x = 0; x < width; ++x)
-        SumRow(job, job.columns.At(static_cast<int>(x)), x * 4);
+    if (job.columns.Count() == 4)
+        SumAlongRow<4>(job, width);
+    else
+        SumAlongRow<0>(job, width);
     at = 0;
     for (const size_t lanes = hn::Lanes(Pixels()); lanes > 4 && at + lanes <= width * 4; at += lanes)
         StorePixels(Pixels(), job.scaled + at, to + at);

@@ -60,7 +60,7 @@ CPackedDib Scale(const CPackedDib& dib, int width, int height)
                     sum[c] += sums[static_cast<size_t>(column.at) * 4 + c] * column.weight;
             }
             for (size_t c = 0; c < 4 && sum[3] >= 0.5f; ++c) {
-                const float value = c == 3 ? sum[3] : sum[c] / sum[3];
+                const float value = c == 3 ? sum[3] : sum[c] * (1 / sum[3]);
                 scaled.Row(y)[ptrdiff_t{x} * 4 + static_cast<ptrdiff_t>(c)] =
                     static_cast<uint8_t>(std::clamp(value, 0.0f, 255.0f) + 0.5f);
             }
