@@ -8,6 +8,7 @@
 #include "platform/ui/UserInterface.h"
 
 #include <algorithm>
+#include <span>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/transform/Scale.cpp"
@@ -24,6 +25,13 @@ struct ScaleJob {
     const CAxisTaps& rows;
     float* sums = nullptr;   ///< of each source column: blue, green and red times alpha, and alpha
     float* scaled = nullptr; ///< the same of each result column
+};
+
+/// The source rows that make one of the result.
+struct SourceRows {
+    const uint8_t* first = nullptr;
+    ptrdiff_t step = 0; ///< from one row to the next below
+    std::span<const float> weights;
 };
 
 constexpr float kLeastAlpha = 0.5f;
@@ -48,19 +56,20 @@ template <typename D> HWY_INLINE hn::Mask<D> AlphaLanes(D floats)
     return hn::RebindMask(floats, hn::Eq(hn::And(hn::Iota(words, 0), hn::Set(words, 3)), hn::Set(words, 3)));
 }
 
-template <typename D> HWY_INLINE void SumColumns(D floats, const ScaleJob& job, const Tap& tap, size_t at)
+template <typename D>
+HWY_INLINE void SumColumns(D floats, const SourceRows& rows, size_t at, float* HWY_RESTRICT sums)
 {
     const hn::Rebind<uint8_t, D> bytes;
     const hn::Rebind<int32_t, D> integers;
     const auto isAlpha = AlphaLanes(floats);
     auto sum = hn::Zero(floats);
-    for (size_t row = 0; row < tap.weights.size(); ++row) {
-        const uint8_t* from = job.source.Row(tap.first + static_cast<int>(row)) + at;
+    for (size_t row = 0; row < rows.weights.size(); ++row) {
+        const uint8_t* from = rows.first + rows.step * static_cast<ptrdiff_t>(row) + at;
         const auto level = hn::ConvertTo(floats, hn::PromoteTo(integers, hn::LoadU(bytes, from)));
         const auto alpha = hn::IfThenElse(isAlpha, hn::Set(floats, 1.0f), hn::Broadcast<3>(level));
-        sum = hn::Add(sum, hn::Mul(hn::Mul(level, alpha), hn::Set(floats, tap.weights[row])));
+        sum = hn::Add(sum, hn::Mul(hn::Mul(level, alpha), hn::Set(floats, rows.weights[row])));
     }
-    hn::StoreU(sum, floats, job.sums + at);
+    hn::StoreU(sum, floats, sums + at);
 }
 
 template <typename D> HWY_INLINE void StorePixels(D floats, const float* HWY_RESTRICT sums, uint8_t* to)
@@ -93,16 +102,16 @@ HWY_INLINE void SumPixel(const float* HWY_RESTRICT from, const float* HWY_RESTRI
 constexpr size_t kChannels = 4;
 
 /// The tag says nothing here: one pixel at a time.
-HWY_INLINE void SumColumns(Pixel /*floats*/, const ScaleJob& job, const Tap& tap, size_t at)
+HWY_INLINE void SumColumns(Pixel /*floats*/, const SourceRows& rows, size_t at, float* HWY_RESTRICT sums)
 {
     for (size_t channel = 0; channel < kChannels; ++channel) {
         float sum = 0;
-        for (size_t row = 0; row < tap.weights.size(); ++row) {
-            const uint8_t* from = job.source.Row(tap.first + static_cast<int>(row)) + at;
+        for (size_t row = 0; row < rows.weights.size(); ++row) {
+            const uint8_t* from = rows.first + rows.step * static_cast<ptrdiff_t>(row) + at;
             const float alpha = channel == 3 ? 1 : from[3];
-            sum += from[channel] * alpha * tap.weights[row];
+            sum += from[channel] * alpha * rows.weights[row];
         }
-        job.sums[at + channel] = sum;
+        sums[at + channel] = sum;
     }
 }
 
@@ -144,12 +153,15 @@ template <size_t kCount> void SumAlongRow(const ScaleJob& job, size_t width)
 void ScaleRow(const ScaleJob& job, int y, size_t width, uint8_t* to)
 {
     const size_t sourceValues = static_cast<size_t>(job.source.Width()) * 4;
-    const Tap rows = job.rows.At(y).Trimmed();
+    const Tap tap = job.rows.At(y).Trimmed();
+    const SourceRows rows{job.source.Row(tap.first), -static_cast<ptrdiff_t>(job.source.Stride()),
+                          tap.weights};
+    float* const sums = job.sums;
     size_t at = 0;
     for (const size_t lanes = hn::Lanes(Pixels()); lanes > 4 && at + lanes <= sourceValues; at += lanes)
-        SumColumns(Pixels(), job, rows, at);
+        SumColumns(Pixels(), rows, at, sums);
     for (; at < sourceValues; at += 4)
-        SumColumns(Pixel(), job, rows, at);
+        SumColumns(Pixel(), rows, at, sums);
     if (job.columns.Count() == 4)
         SumAlongRow<4>(job, width);
     else
