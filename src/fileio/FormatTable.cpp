@@ -7,6 +7,7 @@
 #include "fileio/IconReader.h"
 #include "fileio/NativeFile.h"
 #include "fileio/PathExtension.h"
+#include "fileio/PsdReader.h"
 #include "fileio/SinglePicture.h"
 #include "platform/codec/Image.h"
 
@@ -33,6 +34,7 @@ constexpr FormatRow kRows[] = {
     {"Windows animated cursor", "ANI", ReadObjects<LoadAnimatedCursorFile>},
     {"AVI video", "AVI", ReadObjects<LoadAviFile>},
     {"Pixolune document", "PXD", ReadNative},
+    {"Layered picture", "PSD", LoadPsdFile},
     {"Windows bitmap", "BMP DIB", ReadSinglePicture<CImage::LoadBmpFile>},
     {"JPEG picture", "JPG JPEG", ReadSinglePicture<CImage::LoadJPGFile>},
     {"PC Paintbrush picture", "PCX", ReadSinglePicture<CImage::LoadPCXFile>},

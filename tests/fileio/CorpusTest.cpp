@@ -7,7 +7,7 @@
 #include "support/TestFiles.h"
 
 #include <random>
-#include <regex>
+#include <sstream>
 
 namespace {
 
@@ -22,12 +22,11 @@ bool IsCount(const std::string& stated, size_t count)
     return static_cast<int>(count) >= low && static_cast<int>(count) <= high;
 }
 
-/// The number behind a word of the notes, or `otherwise`.
+/// The number behind "word=" in the notes, or `otherwise`.
 int Noted(const CorpusFile& file, const std::string& word, int otherwise)
 {
-    std::smatch match;
-    return std::regex_search(file.notes, match, std::regex("\\b" + word + "=(-?\\d+)")) ? std::stoi(match[1])
-                                                                                        : otherwise;
+    const size_t at = (" " + file.notes).find(" " + word + "=");
+    return at == std::string::npos ? otherwise : std::atoi(file.notes.c_str() + at + word.size() + 1);
 }
 
 /// The truth picture of object `index`, where there is one: NAME.f<index>.png, NAME.i<index>.png, or for
@@ -79,13 +78,58 @@ TEST(Corpus, FilesOfManyPicturesLoadAsExpected)
     }
 }
 
+TEST(Corpus, LayeredFilesLoadAsExpected)
+{
+    REQUIRE_CORPUS(folder, "");
+    for (const CorpusFile& file : CorpusFiles({"psd"})) {
+        SCOPED_TRACE(file.path);
+        TestDocument test;
+        CObjectCanvas layered;
+        CObjectCanvas merged;
+        const bool isLoaded = LoadFile(layered, folder / file.path, test.services);
+        test.settings.Set(Setting::PSDOpenFashion, 1);
+        const bool isMerged = LoadFile(merged, folder / file.path, test.services);
+        if (file.expect == "either")
+            continue;
+        ASSERT_TRUE(isLoaded && isMerged);
+        const size_t at = file.notes.find("layers with pixels=");
+        const auto pictures = static_cast<size_t>(std::max(std::atoi(file.notes.c_str() + at + 19), 1));
+        EXPECT_EQ(layered.objects.Count(), pictures);
+        ASSERT_EQ(merged.objects.Count(), 1u);
+        EXPECT_EQ(merged.Size(), (Size{file.width, file.height}));
+        if (file.truth == "-")
+            continue;
+        EXPECT_TRUE(Matches(merged.objects.Top()->image->Dib(),
+                            CImage::LoadPNGFile(folder / file.truth, nullptr), file.compare));
+        std::ifstream table(folder / "truth/psd" /
+                            (std::filesystem::path(file.path).stem().string() + ".layers.tsv"));
+        std::string line;
+        std::getline(table, line);
+        for (const Ref<CPicObject>& object : layered.objects) {
+            ASSERT_TRUE(std::getline(table, line));
+            std::istringstream cells(line);
+            std::string index, depth, kind, name, visible, opacity, blend;
+            for (std::string* cell : {&index, &depth, &kind, &name, &visible, &opacity, &blend})
+                std::getline(cells, *cell, '\t');
+            Rect rect;
+            cells >> rect.left >> rect.top >> rect.right >> rect.bottom;
+            EXPECT_EQ(object->image->name, name);
+            EXPECT_EQ(object->visible, visible == "1");
+            EXPECT_EQ(255 - object->transparency, std::atoi(opacity.c_str()));
+            EXPECT_EQ(object->Rectangle(), rect);
+        }
+    }
+}
+
 TEST(Corpus, DamagedFilesOfManyPicturesDoNoHarm)
 {
     REQUIRE_CORPUS(folder, "");
     const CTemporaryFolder temporary;
     TestDocument test;
     std::mt19937 random(9);
-    for (const CorpusFile& file : CorpusFiles(kFormats)) {
+    std::vector<std::string> formats = kFormats;
+    formats.push_back("psd");
+    for (const CorpusFile& file : CorpusFiles(formats)) {
         const std::vector<uint8_t> whole = FileContents(folder / file.path);
         const std::filesystem::path path = temporary.File("damaged." + file.format);
         for (int round = 0; round < 12; ++round) {

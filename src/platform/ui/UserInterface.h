@@ -11,6 +11,12 @@ public:
     virtual void SetPosition(int percent) = 0;
 };
 
+/// How a file with several layers is opened.
+struct LayeredFileChoice {
+    bool asOnePicture = false; ///< the merged picture instead of one object per layer
+    bool showAgain = true;     ///< ask the next time, too
+};
+
 /// What the program's logic says to and asks of the person in front of it. Implemented once with windows
 /// and once for the command line.
 class IUserInterface : public IProgress {
@@ -21,4 +27,6 @@ public:
     [[nodiscard]] virtual bool AskYesNo(const std::string& question) = 0;
     /// The prompt pane of the status bar; empty clears it.
     virtual void SetStatusText(const std::string& text) = 0;
+    /// Lets the person change the choice; false when it stays as it is.
+    [[nodiscard]] virtual bool ChooseLayeredFile(LayeredFileChoice& /*choice*/) { return false; }
 };
