@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/PsdFile.h"
 
+#include "fileio/PsdText.h"
 #include "fileio/StreamTags.h"
 
 #include <algorithm>
@@ -70,15 +71,6 @@ bool ReadPalette(CByteReader section, PsdHeader& header)
     for (size_t index = 0; index < header.palette.size(); ++index)
         header.palette[index] = {bytes[512 + index], bytes[256 + index], bytes[index], 255};
     return true;
-}
-
-void AppendUtf8(std::string& text, uint32_t character)
-{
-    constexpr uint32_t kLeads[] = {0, 0xC0, 0xE0, 0xF0};
-    const int tail = character < 0x80 ? 0 : character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-    text.push_back(static_cast<char>(kLeads[tail] | character >> (6 * tail)));
-    for (int index = tail - 1; index >= 0; --index)
-        text.push_back(static_cast<char>(0x80 | (character >> (6 * index) & 0x3F)));
 }
 
 /// A counted run of UTF-16 units; pairs of surrogates are joined.

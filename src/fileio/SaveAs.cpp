@@ -7,6 +7,7 @@
 #include "fileio/GifSave.h"
 #include "fileio/IconWriter.h"
 #include "fileio/PathExtension.h"
+#include "fileio/PsdWriter.h"
 #include "fileio/StatusText.h"
 #include "model/Compositing.h"
 #include "platform/codec/SaveImage.h"
@@ -48,6 +49,11 @@ bool WriteBmp(const CObjectCanvas& canvas, const Path& path, const SaveAsOptions
     if (frame.IsEmpty())
         return false;
     return WriteLibrary(ConvertDIBFormat(frame, options.bmpColors), path, kBmpOption, services);
+}
+
+bool WritePsd(const CObjectCanvas& canvas, const Path& path, const SaveAsOptions&, AppServices& services)
+{
+    return SavePsdFile(canvas, path, &services.ui);
 }
 
 bool WritePng(const CObjectCanvas& canvas, const Path& path, const SaveAsOptions&, AppServices& services)
@@ -109,6 +115,8 @@ constexpr SaveFormatRow kRows[] = {
      "GIF (Graphics Interchange Format)|*.gif||", "GIF", SavePanel::Gif, WriteGif},
     {"&BMP File...", "Save as an BMP file", "Save As An BMP File", ".bmp",
      "BMP (Windows Bitmap)|*.bmp;*.dib||", "BMP DIB", SavePanel::Bmp, WriteBmp},
+    {"P&SD File...", "Save as an PSD file", "Save As An PSD File", ".psd",
+     "PSD (Photoshop File Format)|*.psd||", "PSD", SavePanel::None, WritePsd},
     {"&PNG File...", "Save as an PNG file", "Save As An PNG File", ".png",
      "PNG (Portable Network Graphics)|*.png||", "PNG", SavePanel::FillColor, WritePng},
     {"&TIFF File...", "Save as an TIFF file", "Save As An TIFF File", ".tif",

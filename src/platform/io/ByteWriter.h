@@ -7,13 +7,15 @@
 #include <utility>
 #include <vector>
 
-/// Collects little-endian numbers and runs of bytes.
+/// Collects numbers, little-endian unless said otherwise, and runs of bytes.
 class CByteWriter {
 public:
     void U8(uint8_t value) { m_bytes.push_back(value); }
     void U16(uint16_t value) { Little(value); }
     void U32(uint32_t value) { Little(value); }
     void I32(int32_t value) { Little(static_cast<uint32_t>(value)); }
+    void BigU16(uint16_t value) { Big(value); }
+    void BigU32(uint32_t value) { Big(value); }
     void Bytes(std::span<const uint8_t> bytes) { m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end()); }
     /// Up to `width` characters, then zeroes up to `width`.
     void Text(std::span<const char> text, size_t width)
@@ -37,6 +39,12 @@ private:
     template <typename Unsigned> void Little(Unsigned value)
     {
         for (size_t index = 0; index < sizeof value; ++index)
+            m_bytes.push_back(static_cast<uint8_t>(value >> (8 * index)));
+    }
+
+    template <typename Unsigned> void Big(Unsigned value)
+    {
+        for (size_t index = sizeof value; index-- > 0;)
             m_bytes.push_back(static_cast<uint8_t>(value >> (8 * index)));
     }
 
