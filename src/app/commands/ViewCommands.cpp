@@ -81,6 +81,8 @@ constexpr CommandRow kRows[] = {
      RunInShell},
     {ViewDrawingBar, "View", 3, "&Drawing Toolbar", "Show or hide the drawing toolbar", "", "", "", HasShell,
      IsCheckedInShell, RunInShell},
+    {ViewOptionsPanel, "View", 3, "O&ptions Panel", "Show or hide the Options Panel", "", "F8",
+     "panel-options", HasShell, IsCheckedInShell, RunInShell},
     {ViewObjectsPanel, "View", 3, "O&bjects Panel", "Show or hide the Objects Panel", "", "F7",
      "panel-objects", HasShell, IsCheckedInShell, RunInShell},
     {ViewStatusBar, "View", 3, "&Status Bar", "Show or hide the status bar", "", "", "", HasShell,

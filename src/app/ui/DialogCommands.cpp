@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/DialogCommands.h"
 
+#include "document/ObjectOperations.h"
 #include "imageops/ImmediateTransform.h"
+#include "imageops/ui/ResizeDialog.h"
 #include "imageops/ui/TransformDlg.h"
 
 #include <algorithm>
@@ -27,12 +29,19 @@ template <int angle> bool Rotate(CPixoluneDoc& document, QWidget& window)
     return dialog.exec() == QDialog::Accepted;
 }
 
+bool Resize(CPixoluneDoc& document, QWidget& window)
+{
+    CResizeDialog dialog(document.Services().settings, document.Canvas().Size(), &window);
+    return dialog.exec() == QDialog::Accepted && ResizeCanvas(document, dialog.NewSize());
+}
+
 struct DialogRow {
     CommandId id;
     bool (*run)(CPixoluneDoc& document, QWidget& window);
 };
 
 constexpr DialogRow kRows[] = {
+    {EditResize, Resize},
     {TransformBrightnessContrast, Transform<TransformKind::BrightnessContrast>},
     {TransformRedGreenBlue, Transform<TransformKind::RedGreenBlue>},
     {TransformHueSaturationLightness, Transform<TransformKind::HueSaturationLightness>},

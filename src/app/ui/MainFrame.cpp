@@ -6,6 +6,7 @@
 #include "app/ui/CommandActions.h"
 #include "app/ui/DialogCommands.h"
 #include "app/ui/ObjectsPanel.h"
+#include "app/ui/OptionsPanel.h"
 #include "app/ui/PreferencesDialog.h"
 #include "app/ui/StatusBar.h"
 #include "canvas/ui/CanvasWidget.h"
@@ -32,14 +33,38 @@ constexpr QLatin1String kLayoutKey("XWorkspace/Layout");
 /// Raised whenever bars or panels are added, so that layouts of older versions are not mistaken for it.
 constexpr int kLayoutVersion = 1;
 
-constexpr int kPanelWidth = 250;
+constexpr int kPanelWidth = 260;
+constexpr int kOptionsHeight = 270;
+constexpr int kObjectsHeight = 440;
 
 constexpr std::optional<CommandId> kSeparator;
 
 constexpr std::optional<CommandId> kMainBar[] = {
-    FileNew,        FileOpen,   FileSave,  kSeparator,      EditCut,    EditCopy,   EditPaste,
-    EditDelete,     kSeparator, EditUndo,  EditRedo,        kSeparator, ViewZoomIn, ViewZoomOut,
-    ViewActualSize, kSeparator, ObjectNew, ObjectDuplicate, kSeparator, EditResize,
+    FileNew,
+    FileOpen,
+    FileSave,
+    kSeparator,
+    EditCut,
+    EditCopy,
+    EditPaste,
+    EditDelete,
+    kSeparator,
+    EditUndo,
+    EditRedo,
+    kSeparator,
+    ViewZoomIn,
+    ViewZoomOut,
+    ViewActualSize,
+    kSeparator,
+    ObjectNew,
+    ObjectDuplicate,
+    kSeparator,
+    EditResize,
+    TransformRedGreenBlue,
+    TransformHueSaturationLightness,
+    TransformGaussianBlur,
+    TransformSharpness,
+    TransformEmboss,
 };
 
 constexpr std::optional<CommandId> kDrawingBar[] = {
@@ -119,10 +144,19 @@ void CMainFrame::CreateBars()
 
 void CMainFrame::CreatePanels()
 {
-    m_objectsDock = new QDockWidget(ToQString(Str::ObjectsPanel));
-    m_objectsDock->setObjectName(QLatin1String("ObjectsPanel"));
-    addDockWidget(Qt::RightDockWidgetArea, m_objectsDock);
-    resizeDocks({m_objectsDock}, {kPanelWidth}, Qt::Horizontal);
+    const struct {
+        QDockWidget*& dock;
+        const char* name;
+        Str title;
+    } rows[] = {{m_optionsDock, "OptionsPanel", Str::OptionsPanel},
+                {m_objectsDock, "ObjectsPanel", Str::ObjectsPanel}};
+    for (const auto& row : rows) {
+        row.dock = new QDockWidget(ToQString(row.title));
+        row.dock->setObjectName(QLatin1String(row.name));
+        addDockWidget(Qt::RightDockWidgetArea, row.dock);
+    }
+    resizeDocks({m_optionsDock, m_objectsDock}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
+    resizeDocks({m_optionsDock, m_objectsDock}, {kOptionsHeight, kObjectsHeight}, Qt::Vertical);
 }
 
 void CMainFrame::showEvent(QShowEvent* event)
@@ -137,6 +171,8 @@ void CMainFrame::FillPanels()
         return;
     m_objectsPanel = new CObjectsPanel(m_app.Settings(), *m_actions, m_objectsDock);
     m_objectsDock->setWidget(m_objectsPanel);
+    m_optionsPanel = new COptionsPanel(m_app.Settings(), *m_actions, m_optionsDock);
+    m_optionsDock->setWidget(m_optionsPanel);
     Refresh();
 }
 
@@ -251,6 +287,8 @@ void CMainFrame::Refresh()
 {
     m_refreshPending = false;
     m_actions->Refresh();
+    if (m_optionsPanel)
+        m_optionsPanel->ShowPage(ActiveFrame() ? ActiveFrame()->View().Mode() : ToolMode::Default);
     if (m_objectsPanel)
         m_objectsPanel->SetDocument(ActiveFrame() ? &ActiveFrame()->Document() : nullptr);
     const QString title = ToQString(Str::ApplicationTitle);
@@ -281,6 +319,8 @@ QWidget* CMainFrame::PartOf(CommandId id) const
         return m_drawingBar;
     case ViewStatusBar:
         return m_statusBar;
+    case ViewOptionsPanel:
+        return m_optionsDock;
     case ViewObjectsPanel:
         return m_objectsDock;
     default:

@@ -9,6 +9,7 @@
 class CChildFrame;
 class CCommandActions;
 class CObjectsPanel;
+class COptionsPanel;
 class CStatusBar;
 class QDockWidget;
 class QMdiArea;
@@ -78,7 +79,9 @@ private:
     CCommandActions* m_actions;
     QToolBar* m_mainBar = nullptr;
     QToolBar* m_drawingBar = nullptr;
+    QDockWidget* m_optionsDock = nullptr;
     QDockWidget* m_objectsDock = nullptr;
+    COptionsPanel* m_optionsPanel = nullptr; ///< none before the window is on the screen
     CObjectsPanel* m_objectsPanel = nullptr; ///< none before the window is on the screen
     QMenu* m_recentMenu = nullptr;
     std::vector<QAction*> m_windowEntries;

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ui/OptionsPanel.h"
+
+#include "app/ui/CommandActions.h"
+#include "canvas/ui/ToolPage.h"
+#include "platform/settings/Settings.h"
+#include "platform/ui/ColorButton.h"
+#include "platform/ui/QtText.h"
+#include "platform/ui/ThemedIcon.h"
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QLabel>
+#include <QStackedLayout>
+#include <QToolButton>
+
+namespace {
+
+using enum CommandId;
+
+/// The buttons of the layout page, row by row.
+constexpr std::array<std::array<std::optional<CommandId>, 4>, 3> kLayoutButtons = {{
+    {AlignLeft, AlignRight, AlignTop, AlignBottom},
+    {CenterHorizontally, CenterVertically, CenterBoth, std::nullopt},
+    {ObjectMoveToFront, ObjectMoveForward, ObjectMoveBackward, ObjectMoveToBack},
+}};
+constexpr int kButtonIcon = 24;
+
+} // namespace
+
+COptionsPanel::COptionsPanel(CSettings& settings, const CCommandActions& actions, QWidget* parent)
+    : QWidget(parent), m_settings(settings), m_actions(actions), m_foreground(new CColorButton),
+      m_background(new CColorButton), m_pages(new QStackedLayout)
+{
+    auto* line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(CreateColors());
+    layout->addWidget(line);
+    layout->addLayout(m_pages, 1);
+    Refresh();
+}
+
+QWidget* COptionsPanel::CreateColors()
+{
+    auto* colors = new QWidget;
+    auto* grid = new QGridLayout(colors);
+    grid->setContentsMargins(0, 0, 0, 0);
+    const struct {
+        CColorButton* button;
+        Str label;
+        Setting setting;
+    } rows[] = {{m_foreground, Str::Foreground, Setting::PaintForeColor},
+                {m_background, Str::Background, Setting::PaintBackgndColor}};
+    int line = 0;
+    for (const auto& row : rows) {
+        auto* label = new QLabel(ToQString(row.label));
+        label->setBuddy(row.button);
+        row.button->setAccessibleName(label->text());
+        grid->addWidget(label, line, 0);
+        grid->addWidget(row.button, line, 1);
+        connect(row.button, &CColorButton::ColorEdited, this, [this, setting = row.setting](int32_t color) {
+            m_settings.Set(setting, color);
+            Refresh();
+        });
+        ++line;
+    }
+    auto* swap = new QToolButton;
+    swap->setIcon(ThemedIcon("swap-colors"));
+    swap->setAutoRaise(true);
+    swap->setToolTip(ToQString(Str::SwapColors));
+    swap->setAccessibleName(ToQString(Str::SwapColors));
+    connect(swap, &QToolButton::clicked, this, &COptionsPanel::SwapColors);
+    grid->addWidget(swap, 0, 2, 2, 1);
+    grid->setColumnStretch(1, 1);
+    return colors;
+}
+
+void COptionsPanel::SwapColors()
+{
+    const int32_t foreground = m_settings.Get(Setting::PaintForeColor);
+    m_settings.Set(Setting::PaintForeColor, m_settings.Get(Setting::PaintBackgndColor));
+    m_settings.Set(Setting::PaintBackgndColor, foreground);
+    Refresh();
+}
+
+void COptionsPanel::ShowPage(ToolMode mode)
+{
+    QWidget*& page = m_pageOf[static_cast<size_t>(mode)];
+    if (!page) {
+        page = CreatePage(mode);
+        m_pages->addWidget(page);
+    }
+    m_pages->setCurrentWidget(page);
+    Refresh();
+}
+
+void COptionsPanel::Refresh()
+{
+    m_foreground->SetColor(m_settings.Get(Setting::PaintForeColor));
+    m_background->SetColor(m_settings.Get(Setting::PaintBackgndColor));
+    if (QWidget* current = m_pages->currentWidget()) {
+        for (auto* page : current->findChildren<CToolPage*>())
+            page->Refresh();
+    }
+}
+
+QWidget* COptionsPanel::CreatePage(ToolMode mode)
+{
+    auto* page = new QWidget;
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(mode == ToolMode::Default ? CreateLayoutPage()
+                                                : new CToolPage(m_settings, ToolPageRows(mode)));
+    layout->addStretch();
+    return page;
+}
+
+QWidget* COptionsPanel::CreateLayoutPage()
+{
+    auto* page = new QWidget;
+    auto* grid = new QGridLayout(page);
+    grid->setContentsMargins(0, 0, 0, 0);
+    for (size_t line = 0; line < kLayoutButtons.size(); ++line) {
+        for (size_t column = 0; column < kLayoutButtons[line].size(); ++column) {
+            const std::optional<CommandId> id = kLayoutButtons[line][column];
+            QAction* action = id ? m_actions.Find(*id) : nullptr;
+            if (!action)
+                continue;
+            auto* button = new QToolButton;
+            button->setDefaultAction(action);
+            button->setIconSize({kButtonIcon, kButtonIcon});
+            button->setAutoRaise(true);
+            grid->addWidget(button, static_cast<int>(line), static_cast<int>(column));
+        }
+    }
+    grid->setColumnStretch(static_cast<int>(kLayoutButtons[0].size()), 1);
+    return page;
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "canvas/ToolMode.h"
+
+#include <QWidget>
+
+#include <array>
+
+class CColorButton;
+class CCommandActions;
+class CSettings;
+class CToolPage;
+class QStackedLayout;
+
+/// The Options Panel: the two paint colours, and the page of the current tool. The default tool, which
+/// selects and moves objects, has the layout page. Pages are made when they are shown for the first time.
+class COptionsPanel final : public QWidget {
+    Q_OBJECT
+
+public:
+    COptionsPanel(CSettings& settings, const CCommandActions& actions, QWidget* parent);
+
+    /// Shows the page of the mode, with the settings as they are now.
+    void ShowPage(ToolMode mode);
+
+private:
+    QWidget* CreateColors();
+    QWidget* CreatePage(ToolMode mode);
+    QWidget* CreateLayoutPage();
+    void SwapColors();
+    void Refresh();
+
+    CSettings& m_settings;
+    const CCommandActions& m_actions;
+    CColorButton* m_foreground;
+    CColorButton* m_background;
+    QStackedLayout* m_pages;
+    std::array<QWidget*, kToolModeCount> m_pageOf{};
+};
