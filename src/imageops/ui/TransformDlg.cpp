@@ -6,6 +6,7 @@
 #include "platform/ui/QtText.h"
 #include "platform/ui/ValueControl.h"
 
+#include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -110,4 +111,6 @@ void CTransformDlg::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
     MoveToCorner(*this);
+    if (auto* number = qobject_cast<QAbstractSpinBox*>(focusWidget()))
+        number->selectAll();
 }

@@ -11,7 +11,9 @@ namespace {
 
 /// Long enough to type the next digit.
 constexpr int kPauseMs = 400;
-constexpr int kSliderWidth = 140;
+constexpr int kSliderWidth = 200;
+/// Boxes that stand below each other are to be of one width: that of this number.
+constexpr int kWidestNumber = -9999;
 
 bool IsSteppingKey(int key)
 {
@@ -59,10 +61,10 @@ CValueControl::CValueControl(const Range& range, int value, QWidget* parent)
     m_pause.setInterval(kPauseMs);
     connect(&m_pause, &QTimer::timeout, this, &CValueControl::Commit);
 
+    m_spin->setRange(kWidestNumber, 0);
+    m_spin->setMinimumWidth(m_spin->sizeHint().width());
     SetRange(range.minimum, range.maximum);
     SetValue(value);
-    // Controls that stand below each other get boxes of one width.
-    m_spin->setMinimumWidth(m_spin->sizeHint().width() + m_spin->fontMetrics().horizontalAdvance(u'0') * 2);
 }
 
 int CValueControl::Value() const
