@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr size_t kNameCharacters = 48;
-
 template <typename Command, auto Member, typename Value>
 bool SetMember(CPixoluneDoc& document, const CObjectList& objects, Value value)
 {
@@ -72,7 +70,7 @@ std::string LimitedName(const std::string& name)
     size_t characters = 0;
     for (size_t at = 0; at < name.size(); ++at) {
         const bool continues = (static_cast<unsigned char>(name[at]) & 0xC0) == 0x80;
-        if (!continues && ++characters > kNameCharacters)
+        if (!continues && ++characters > kMaxNameCharacters)
             return name.substr(0, at);
     }
     return name;

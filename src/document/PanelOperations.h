@@ -18,5 +18,8 @@ bool RenameObject(CPixoluneDoc& document, const Ref<CPicObject>& object, const s
 /// Selects exactly these objects; not recorded.
 void SelectObjects(CPixoluneDoc& document, const CObjectList& objects);
 
+/// Longest name of an object.
+inline constexpr size_t kMaxNameCharacters = 48;
+
 /// The first characters of a UTF-8 text that an object's name can hold.
 [[nodiscard]] std::string LimitedName(const std::string& name);

@@ -40,6 +40,8 @@ constexpr CommandRow kRows[] = {
      "Move Backward", "Ctrl+[", "object-down", HasDocument, nullptr, RestackTo<StackingKind::MoveBackward>},
     {ObjectTrim, "Object", 3, "&Trim Object(s)", "Cuts the transparent borders off all selected objects",
      "Trim Object(s)", "Ctrl+T", "", HasDocument, nullptr, OnDocument<TrimObjects>},
+    {ObjectProperties, "Object", 4, "&Properties", "Shows and changes the properties of the selected object",
+     "Properties", "Alt+Return", "properties", HasShellAndDocument, nullptr, RunInShell},
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "document/ObjectOperations.h"
 #include "imageops/ImmediateTransform.h"
+#include "imageops/ui/PropertiesDialog.h"
 #include "imageops/ui/ResizeDialog.h"
 #include "imageops/ui/TransformDlg.h"
 
@@ -35,6 +36,12 @@ bool Resize(CPixoluneDoc& document, QWidget& window)
     return dialog.exec() == QDialog::Accepted && ResizeCanvas(document, dialog.NewSize());
 }
 
+bool EditProperties(CPixoluneDoc& document, QWidget& window)
+{
+    Ref<CPicObject> object = CPropertiesSession::Target(document);
+    return object && CPropertiesDialog(document, std::move(object), &window).exec() == QDialog::Accepted;
+}
+
 struct DialogRow {
     CommandId id;
     bool (*run)(CPixoluneDoc& document, QWidget& window);
@@ -42,6 +49,7 @@ struct DialogRow {
 
 constexpr DialogRow kRows[] = {
     {EditResize, Resize},
+    {ObjectProperties, EditProperties},
     {TransformBrightnessContrast, Transform<TransformKind::BrightnessContrast>},
     {TransformRedGreenBlue, Transform<TransformKind::RedGreenBlue>},
     {TransformHueSaturationLightness, Transform<TransformKind::HueSaturationLightness>},

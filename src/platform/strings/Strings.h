@@ -197,6 +197,18 @@ enum class Str {
     Rotate180,
     CustomAngle,
     Clockwise,
+    // Properties
+    Properties,
+    ObjectName,
+    ObjectNameLimit,
+    Visible,
+    Location,
+    Left,
+    Top,
+    Lock,
+    Dimension,
+    Unit,
+    PreserveObjectRatio,
     // About
     About,
     AboutPurpose,
