@@ -81,7 +81,7 @@ constexpr CommandRow kRows[] = {
      "unselect-all", HasSelection, nullptr, OnView<UnselectAll>},
     {EditInvertSelection, "Edit", 2, "&Invert Selection", "Invert selection", "Invert Selection",
      "Ctrl+Shift+I", "invert-selection", HasView, nullptr, OnView<InvertSelection>},
-    {EditResize, "Edit", 8, "&Resize Image...", "Changes the size of image", "Resize Image", "Ctrl+Alt+S",
+    {EditResize, "Edit", 8, "Resize Image", "Changes the size of image", "Resize Image", "Ctrl+Alt+S",
      "resize", HasShellAndDocument, nullptr, RunInShell},
     {EditPreferences, "Edit", 9, "Pre&ferences...", "Changes the settings of the program", "Preferences",
      "Ctrl+,", "preferences", HasShell, nullptr, RunInShell},
