@@ -106,7 +106,7 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
         bar->setExpanding(false);
     m_tabs->setFrameShape(QFrame::NoFrame);
     setCentralWidget(m_tabs);
-    connect(m_tabs, &QMdiArea::subWindowActivated, this, &CMainFrame::Refresh);
+    connect(m_tabs, &QMdiArea::subWindowActivated, this, &CMainFrame::OnFrameActivated);
 
     connect(m_actions, &CCommandActions::Ran, this, &CMainFrame::ScheduleRefresh);
     connect(m_actions, &CCommandActions::MenuOpening, this,
@@ -206,12 +206,15 @@ CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
     connect(&frame->Canvas(), &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
     frame->showMaximized();
     frame->Canvas().setFocus();
+    m_activeFrame = frame;
     Refresh();
     return frame;
 }
 
 void CMainFrame::OnFrameClosed(CPixoluneDoc* document)
 {
+    if (m_activeFrame && &m_activeFrame->Document() == document)
+        m_activeFrame = nullptr;
     if (m_objectsPanel && m_objectsPanel->Document() == document)
         m_objectsPanel->SetDocument(nullptr);
     m_app.CloseDocument(document);
@@ -220,8 +223,15 @@ void CMainFrame::OnFrameClosed(CPixoluneDoc* document)
 
 CChildFrame* CMainFrame::ActiveFrame() const
 {
-    return qobject_cast<CChildFrame*>(m_tabs->activeSubWindow() ? m_tabs->activeSubWindow()
-                                                                : m_tabs->currentSubWindow());
+    return m_activeFrame;
+}
+
+void CMainFrame::OnFrameActivated(QMdiSubWindow* window)
+{
+    // While another program's window is active no tab is; commands still act on the one that is seen.
+    if (auto* frame = qobject_cast<CChildFrame*>(window))
+        m_activeFrame = frame;
+    Refresh();
 }
 
 bool CMainFrame::MayClose(CChildFrame& frame)
@@ -448,7 +458,7 @@ void CMainFrame::AddWindowList(QMenu& menu)
         name.replace(QLatin1Char('&'), QLatin1String("&&"));
         QAction* entry = menu.addAction(QStringLiteral("&%1  %2").arg(++number).arg(name));
         entry->setCheckable(true);
-        entry->setChecked(window == m_tabs->activeSubWindow());
+        entry->setChecked(window == m_activeFrame);
         connect(entry, &QAction::triggered, window, [this, window] { m_tabs->setActiveSubWindow(window); });
         m_windowEntries.push_back(entry);
     }

@@ -13,6 +13,7 @@ class COptionsPanel;
 class CStatusBar;
 class QDockWidget;
 class QMdiArea;
+class QMdiSubWindow;
 class QMenu;
 class QSettings;
 
@@ -52,6 +53,7 @@ private:
     void RestoreLayout();
     void SaveLayout();
     [[nodiscard]] CommandContext Context();
+    void OnFrameActivated(QMdiSubWindow* window);
     void OnFrameClosed(CPixoluneDoc* document);
     void ScheduleRefresh();
     void Refresh();
@@ -75,6 +77,7 @@ private:
     CRecentFiles m_recentFiles;
     CFileDialogs m_files;
     QMdiArea* m_tabs;
+    CChildFrame* m_activeFrame = nullptr; ///< the tab that is seen
     CStatusBar* m_statusBar;
     CCommandActions* m_actions;
     QToolBar* m_mainBar = nullptr;

@@ -16,6 +16,8 @@
 namespace {
 
 constexpr int kWheelNotch = 120;
+/// Time between two steps of the wandering outline of the selection.
+constexpr int kOutlineMs = 120;
 constexpr int kLine = 24;      ///< pixels of the desktop that one step of a scroll bar moves
 constexpr int kWheelLines = 3; ///< steps of one notch
 /// Pixels painted at a time: enough rows to share out, few enough to stay in the cache.
@@ -80,6 +82,18 @@ void CCanvasWidget::Invalidate(const Rect& client)
         ScaledOut(QRect(client.left, client.top, client.Width(), client.Height()), 1.0 / devicePixelRatioF())
             .Inflated(1);
     viewport()->update(logical.left, logical.top, logical.Width(), logical.Height());
+    if (!m_outlineTimer.isActive() && !m_view.Selection().IsEmpty())
+        m_outlineTimer.start(kOutlineMs, this);
+}
+
+void CCanvasWidget::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_outlineTimer.timerId())
+        QAbstractScrollArea::timerEvent(event);
+    else if (m_view.Selection().IsEmpty() || !isVisible())
+        m_outlineTimer.stop();
+    else
+        m_view.AdvanceOutline();
 }
 
 void CCanvasWidget::paintEvent(QPaintEvent* event)

@@ -4,6 +4,7 @@
 #include "canvas/PixoluneView.h"
 
 #include <QAbstractScrollArea>
+#include <QBasicTimer>
 #include <QImage>
 
 #include <optional>
@@ -41,6 +42,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool event(QEvent* event) override;
 
@@ -62,6 +64,7 @@ private:
     [[nodiscard]] bool IsWantedByTool(int key) const;
 
     CPixoluneView& m_view;
+    QBasicTimer m_outlineTimer;          ///< runs while a selection is shown
     QImage m_band;                       ///< pixels on their way to the screen, reused
     std::optional<CursorShape> m_cursor; ///< what the view asked for
     std::optional<CursorShape> m_shownCursor;
