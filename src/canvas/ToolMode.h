@@ -19,6 +19,12 @@ enum class ToolMode {
 };
 inline constexpr int kToolModeCount = 13;
 
+/// Whether the tool makes selections.
+[[nodiscard]] constexpr bool IsSelectionTool(ToolMode mode)
+{
+    return mode >= ToolMode::RectangularSelection && mode <= ToolMode::MagicWandSelection;
+}
+
 /// Pointer shapes; the window draws them.
 enum class CursorShape {
     Arrow,

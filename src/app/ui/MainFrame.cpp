@@ -204,6 +204,14 @@ CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
     connect(frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
     connect(frame, &CChildFrame::Closed, this, &CMainFrame::OnFrameClosed);
     connect(&frame->Canvas(), &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
+    connect(&frame->Canvas(), &CCanvasWidget::ColorUnderPointer, this, [this](uint32_t pixel) {
+        if (m_optionsPanel)
+            m_optionsPanel->ShowPickedPixel(pixel);
+    });
+    connect(&frame->Canvas(), &CCanvasWidget::PaintColorsChanged, this, [this] {
+        if (m_optionsPanel)
+            m_optionsPanel->Refresh();
+    });
     frame->showMaximized();
     frame->Canvas().setFocus();
     m_activeFrame = frame;

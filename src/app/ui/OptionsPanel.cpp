@@ -2,6 +2,7 @@
 #include "app/ui/OptionsPanel.h"
 
 #include "app/ui/CommandActions.h"
+#include "canvas/ui/PickColorPage.h"
 #include "canvas/ui/ToolPage.h"
 #include "platform/settings/Settings.h"
 #include "platform/ui/ColorButton.h"
@@ -66,23 +67,37 @@ QWidget* COptionsPanel::CreateColors()
         });
         ++line;
     }
-    auto* swap = new QToolButton;
-    swap->setIcon(ThemedIcon("swap-colors"));
-    swap->setAutoRaise(true);
-    swap->setToolTip(ToQString(Str::SwapColors));
-    swap->setAccessibleName(ToQString(Str::SwapColors));
-    connect(swap, &QToolButton::clicked, this, &COptionsPanel::SwapColors);
-    grid->addWidget(swap, 0, 2, 2, 1);
+    const auto addButton = [&](int row, Str name, const char* icon, auto act) {
+        auto* button = new QToolButton;
+        button->setIcon(ThemedIcon(icon));
+        button->setAutoRaise(true);
+        button->setToolTip(ToQString(name));
+        button->setAccessibleName(button->toolTip());
+        connect(button, &QToolButton::clicked, this, act);
+        grid->addWidget(button, row, 2);
+    };
+    addButton(0, Str::SwapColors, "swap-colors", [this] {
+        SetColors(m_settings.Get(Setting::PaintBackgndColor), m_settings.Get(Setting::PaintForeColor));
+    });
+    addButton(1, Str::ResetColors, "reset-colors", [this] {
+        SetColors(CSettings::Row(Setting::PaintForeColor).initial,
+                  CSettings::Row(Setting::PaintBackgndColor).initial);
+    });
     grid->setColumnStretch(1, 1);
     return colors;
 }
 
-void COptionsPanel::SwapColors()
+void COptionsPanel::SetColors(int32_t foreground, int32_t background)
 {
-    const int32_t foreground = m_settings.Get(Setting::PaintForeColor);
-    m_settings.Set(Setting::PaintForeColor, m_settings.Get(Setting::PaintBackgndColor));
-    m_settings.Set(Setting::PaintBackgndColor, foreground);
+    m_settings.Set(Setting::PaintForeColor, foreground);
+    m_settings.Set(Setting::PaintBackgndColor, background);
     Refresh();
+}
+
+void COptionsPanel::ShowPickedPixel(uint32_t pixel)
+{
+    if (m_pickPage)
+        m_pickPage->ShowPixel(pixel);
 }
 
 void COptionsPanel::ShowPage(ToolMode mode)
@@ -111,8 +126,16 @@ QWidget* COptionsPanel::CreatePage(ToolMode mode)
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(mode == ToolMode::Default ? CreateLayoutPage()
-                                                : new CToolPage(m_settings, ToolPageRows(mode)));
+    if (mode == ToolMode::Default) {
+        layout->addWidget(CreateLayoutPage());
+    } else if (mode == ToolMode::PickColor) {
+        layout->addWidget(m_pickPage = new CPickColorPage);
+    } else {
+        auto* settings = new CToolPage(m_settings, ToolPageRows(mode));
+        // The tools that select by a shape show what the magic wand would use.
+        settings->setEnabled(mode == ToolMode::MagicWandSelection || !IsSelectionTool(mode));
+        layout->addWidget(settings);
+    }
     layout->addStretch();
     return page;
 }

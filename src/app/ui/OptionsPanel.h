@@ -8,6 +8,7 @@
 #include <array>
 
 class CColorButton;
+class CPickColorPage;
 class CCommandActions;
 class CSettings;
 class CToolPage;
@@ -23,18 +24,22 @@ public:
 
     /// Shows the page of the mode, with the settings as they are now.
     void ShowPage(ToolMode mode);
+    /// The colour picker is over a pixel, 0xAARRGGBB.
+    void ShowPickedPixel(uint32_t pixel);
+    /// Shows the settings as they are now.
+    void Refresh();
 
 private:
     QWidget* CreateColors();
     QWidget* CreatePage(ToolMode mode);
     QWidget* CreateLayoutPage();
-    void SwapColors();
-    void Refresh();
+    void SetColors(int32_t foreground, int32_t background);
 
     CSettings& m_settings;
     const CCommandActions& m_actions;
     CColorButton* m_foreground;
     CColorButton* m_background;
+    CPickColorPage* m_pickPage = nullptr; ///< none before the colour picker is used
     QStackedLayout* m_pages;
     std::array<QWidget*, kToolModeCount> m_pageOf{};
 };

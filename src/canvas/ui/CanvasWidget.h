@@ -29,6 +29,10 @@ Q_SIGNALS:
     void PointerTextChanged(const QString& text);
     void LayoutChanged();
     void ToolModeChanged();
+    /// The colour picker is over a pixel, 0xAARRGGBB.
+    void ColorUnderPointer(uint32_t pixel);
+    /// A paint colour of the settings was picked.
+    void PaintColorsChanged();
 
 protected:
     bool viewportEvent(QEvent* event) override;
@@ -52,6 +56,8 @@ private:
     void OnPointerText(const std::string& text) override;
     void OnToolModeChanged() override;
     void OnCursorChanged(CursorShape shape) override;
+    void OnColourUnderPointer(uint32_t pixel) override { Q_EMIT ColorUnderPointer(pixel); }
+    void OnPaintColoursChanged() override { Q_EMIT PaintColorsChanged(); }
 
     [[nodiscard]] Point ToClient(const QPointF& position) const;
     [[nodiscard]] MouseInput ToInput(const QMouseEvent& event) const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/ui/ToolPage.h"
 
+#include "platform/transform/ColourFill.h"
 #include "platform/ui/QtPicture.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ValueControl.h"
@@ -12,6 +13,8 @@
 #include <QLabel>
 #include <QPainter>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace {
 
@@ -57,28 +60,20 @@ constexpr ToolPageRow kShapePage[] = {
 
 constexpr int kSwatch = 22;
 
-/// A sample of a fill mode: one colour, or a gradient of the two.
-QPixmap FillSample(int mode, const QColor& first, const QColor& second, qreal ratio)
+constexpr Str kFillNames[] = {Str::FillSingleColor, Str::FillLeftToRight,   Str::FillTopToBottom,
+                              Str::FillDiagonal,    Str::FillOtherDiagonal, Str::FillFromCenter};
+
+/// What a fill of that mode looks like; null when memory runs out.
+QPixmap FillSample(const ColourFill& fill, qreal ratio)
 {
-    const struct {
-        QPointF from;
-        QPointF to;
-    } lines[] = {
-        {{}, {kSwatch, 0}}, {{}, {0, kSwatch}}, {{}, {kSwatch, kSwatch}}, {{kSwatch, 0}, {0, kSwatch}}};
-    QPixmap pixmap(QSize(kSwatch, kSwatch) * ratio);
+    const int side = static_cast<int>(kSwatch * ratio);
+    CPackedDib coverage = CPackedDib::Create(side, side, 8);
+    if (coverage.IsEmpty())
+        return {};
+    std::ranges::fill(coverage.Bits(), uint8_t{255});
+    QPixmap pixmap = QPixmap::fromImage(ToQImage(ColourCoverage(coverage, fill)));
     pixmap.setDevicePixelRatio(ratio);
     QPainter painter(&pixmap);
-    const auto fill = [&](QGradient&& gradient) {
-        gradient.setColorAt(0, first);
-        gradient.setColorAt(1, second);
-        painter.fillRect(QRect(0, 0, kSwatch, kSwatch), gradient);
-    };
-    if (mode == 0)
-        painter.fillRect(QRect(0, 0, kSwatch, kSwatch), first);
-    else if (mode <= 4)
-        fill(QLinearGradient(lines[mode - 1].from, lines[mode - 1].to));
-    else
-        fill(QRadialGradient(QPointF(kSwatch, kSwatch) / 2, kSwatch / 2.0));
     painter.setPen(QColor(0, 0, 0, 90));
     painter.drawRect(QRectF(0.5, 0.5, kSwatch - 1, kSwatch - 1));
     return pixmap;
@@ -89,6 +84,9 @@ QPixmap FillSample(int mode, const QColor& first, const QColor& second, qreal ra
 std::span<const ToolPageRow> ToolPageRows(ToolMode mode)
 {
     switch (mode) {
+    case ToolMode::RectangularSelection:
+    case ToolMode::EllipticalSelection:
+    case ToolMode::LassoSelection:
     case ToolMode::MagicWandSelection:
         return kSelectionPage;
     case ToolMode::Pencil:
@@ -168,7 +166,8 @@ void CToolPage::AddGradients(const ToolPageRow& row)
         button->setCheckable(true);
         button->setIconSize({kSwatch, kSwatch});
         button->setAutoRaise(true);
-        button->setAccessibleName(QStringLiteral("%1 %2").arg(ToQString(row.label)).arg(mode));
+        button->setToolTip(ToQString(kFillNames[mode]));
+        button->setAccessibleName(button->toolTip());
         group->addButton(button, mode);
         buttons->addWidget(button);
     }
@@ -177,10 +176,10 @@ void CToolPage::AddGradients(const ToolPageRow& row)
     connect(group, &QButtonGroup::idClicked, this,
             [this, setting = row.setting](int mode) { m_settings.Set(setting, mode); });
     m_refreshers.emplace_back([this, group, setting = row.setting] {
+        const auto first = static_cast<uint32_t>(m_settings.Get(Setting::PaintForeColor));
+        const auto second = static_cast<uint32_t>(m_settings.Get(Setting::PaintBackgndColor));
         for (QAbstractButton* button : group->buttons())
-            button->setIcon(FillSample(group->id(button), ToQColor(m_settings.Get(Setting::PaintForeColor)),
-                                       ToQColor(m_settings.Get(Setting::PaintBackgndColor)),
-                                       devicePixelRatioF()));
+            button->setIcon(FillSample({first, second, group->id(button)}, devicePixelRatioF()));
         if (QAbstractButton* button = group->button(m_settings.Get(setting)))
             button->setChecked(true);
     });

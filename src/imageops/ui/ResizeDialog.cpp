@@ -2,6 +2,7 @@
 #include "imageops/ui/ResizeDialog.h"
 
 #include "platform/settings/Settings.h"
+#include "platform/ui/Mnemonics.h"
 #include "platform/ui/QtText.h"
 
 #include <QCheckBox>
@@ -25,8 +26,10 @@ CResizeDialog::CResizeDialog(CSettings& settings, Size entry, QWidget* parent)
 
     auto* group = new QGroupBox(ToQString(Str::NewSize));
     auto* grid = new QGridLayout(group);
-    auto* pixels = new QRadioButton(ToQString(Str::Pixels));
-    auto* percentage = new QRadioButton(ToQString(Str::Percentage));
+    Mnemonics mnemonics;
+    auto* pixels = new QRadioButton(WithMnemonic(ToQString(Str::Pixels), mnemonics));
+    auto* percentage = new QRadioButton(WithMnemonic(ToQString(Str::Percentage), mnemonics));
+    m_preserve->setText(WithMnemonic(m_preserve->text(), mnemonics));
     const struct {
         QRadioButton* unit;
         QSpinBox* width;
@@ -37,11 +40,12 @@ CResizeDialog::CResizeDialog(CSettings& settings, Size entry, QWidget* parent)
     int column = 0;
     for (const auto& unit : columns) {
         grid->addWidget(unit.unit, 0, column, 1, 2);
-        grid->addWidget(new QLabel(ToQString(Str::Width)), 1, column);
-        grid->addWidget(new QLabel(ToQString(Str::Height)), 2, column);
-        grid->addWidget(unit.width, 1, column + 1);
-        grid->addWidget(unit.height, 2, column + 1);
+        int line = 1;
         for (QSpinBox* edit : {unit.width, unit.height}) {
+            auto* label = new QLabel(WithMnemonic(edit->accessibleName(), mnemonics));
+            label->setBuddy(edit);
+            grid->addWidget(label, line, column);
+            grid->addWidget(edit, line++, column + 1);
             edit->setSuffix(QLatin1String(unit.suffix));
             edit->setEnabled(false);
             connect(unit.unit, &QRadioButton::toggled, edit, &QWidget::setEnabled);

@@ -6,12 +6,12 @@
 #include "platform/ui/QtText.h"
 #include "platform/ui/ValueControl.h"
 
-#include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QSpinBox>
 
 CTransformDlg::CTransformDlg(CPixoluneDoc& document, const TransformRow& transform, QWidget* window)
     : QDialog(window), m_session(document, transform), m_preview(new QCheckBox)
@@ -43,6 +43,10 @@ CTransformDlg::CTransformDlg(CPixoluneDoc& document, const TransformRow& transfo
     layout->addWidget(group);
     layout->addLayout(bottom);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    if (auto* number = findChild<QSpinBox*>(); number && number->isEnabled()) {
+        number->setFocus();
+        number->selectAll();
+    }
 }
 
 void CTransformDlg::AddSlider(const TransformParameter& parameter, QGridLayout& grid, int row)
@@ -111,6 +115,4 @@ void CTransformDlg::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
     MoveToCorner(*this);
-    if (auto* number = qobject_cast<QAbstractSpinBox*>(focusWidget()))
-        number->selectAll();
 }

@@ -2,11 +2,15 @@
 #include "app/ui/OptionsPanel.h"
 
 #include "app/ui/ChildFrame.h"
+#include "canvas/ui/CanvasWidget.h"
+#include "canvas/ui/PickColorPage.h"
 #include "canvas/ui/ToolPage.h"
 #include "imageops/ui/ResizeDialog.h"
+#include "platform/ui/ColorButton.h"
 #include "ui/UiTest.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QSpinBox>
 #include <QToolButton>
 
@@ -82,4 +86,42 @@ TEST_F(CWindowTest, OptionsPanelShowsThePageOfTheToolInUse)
     QTest::qWait(1);
     EXPECT_EQ(shown(), 1);
     EXPECT_TRUE(m_window.Action(CommandId::ToolPencil)->isChecked());
+}
+
+TEST_F(CWindowTest, PickedColoursArriveInThePanel)
+{
+    m_app.Settings().Set(Setting::InitColor, 0x332211);
+    CChildFrame* frame = m_window.Show(*m_app.NewDocument());
+    m_window.show();
+    QTest::qWait(1);
+    m_window.Action(CommandId::ToolPickColor)->trigger();
+    QTest::qWait(1);
+    auto* panel = m_window.findChild<COptionsPanel*>();
+    auto* page = panel->findChild<CPickColorPage*>();
+    ASSERT_NE(page, nullptr);
+    const auto shown = [page] {
+        QStringList texts;
+        for (const QLabel* field : page->findChildren<QLabel*>()) {
+            if (!field->accessibleName().isEmpty())
+                texts += field->text();
+        }
+        return texts.join(u' ').toStdString();
+    };
+    EXPECT_EQ(shown(), "   255");
+    QWidget* port = frame->Canvas().viewport();
+    QTest::mouseMove(port, port->rect().center());
+    EXPECT_EQ(shown(), "17 34 51 0");
+    QTest::mouseClick(port, Qt::LeftButton, {}, port->rect().center());
+    const auto colors = panel->findChildren<CColorButton*>();
+    EXPECT_EQ(colors[0]->Color(), 0x332211);
+    EXPECT_EQ(colors[1]->Color(), 0xFFFFFF);
+    for (const char* name : {"Swap the two colors", "Black and white"}) {
+        for (auto* button : panel->findChildren<QToolButton*>()) {
+            if (button->toolTip() == QLatin1String(name))
+                button->click();
+        }
+        const bool swapped = *name == 'S';
+        EXPECT_EQ(colors[0]->Color(), swapped ? 0xFFFFFF : 0);
+        EXPECT_EQ(m_app.Settings().Get(Setting::PaintBackgndColor), swapped ? 0x332211 : 0xFFFFFF);
+    }
 }
