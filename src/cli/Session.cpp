@@ -61,8 +61,6 @@ CommandContext CSession::Context()
 
 Outcome CSession::RunMenuCommand(CommandId id)
 {
-    if (std::ranges::find(CommandTable(), id, &CommandRow::id) == CommandTable().end())
-        return Fail("not available yet");
     CommandContext context = Context();
     if (!IsCommandEnabled(context, id))
         return Outcome::Disabled;

@@ -20,8 +20,9 @@ bool OpenIntoDocument(CPixoluneDoc& document, const std::filesystem::path& path)
     CObjectCanvas canvas;
     if (!LoadFile(canvas, path, services))
         return RefuseFile(document, Str::LoadFileFailed, path);
+    const bool keepsNames = FindFormat(path)->keepsNames;
     for (const Ref<CPicObject>& object : canvas.objects) {
-        if (object->image->name.empty())
+        if (!keepsNames && object->image->name.empty())
             object->image->name = services.names.Next();
     }
     canvas.DeselectAll();

@@ -33,7 +33,7 @@ constexpr FormatRow kRows[] = {
     {"Windows cursor", "CUR", ReadObjects<LoadIconFile>},
     {"Windows animated cursor", "ANI", ReadObjects<LoadAnimatedCursorFile>},
     {"AVI video", "AVI", ReadObjects<LoadAviFile>},
-    {"Pixolune document", "PXD", ReadNative},
+    {"Pixolune document", "PXD", ReadNative, true},
     {"Layered picture", "PSD", LoadPsdFile},
     {"Windows bitmap", "BMP DIB", ReadSinglePicture<CImage::LoadBmpFile>},
     {"JPEG picture", "JPG JPEG", ReadSinglePicture<CImage::LoadJPGFile>},

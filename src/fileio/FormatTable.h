@@ -19,6 +19,7 @@ struct FormatRow {
     std::string_view name;       ///< as file dialogs and the command line show it
     std::string_view extensions; ///< upper case, separated by blanks; the first one is the usual one
     FileReader read;
+    bool keepsNames = false; ///< objects have the file's names, empty ones too
 };
 
 /// All formats that can be opened, in the order in which extensions are compared.

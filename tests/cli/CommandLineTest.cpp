@@ -138,6 +138,17 @@ TEST(CommandLine, ConvertChoosesTheFormatByTheEnding)
     }
 }
 
+TEST(CommandLine, NativeFilesKeepEmptyNamesAndUseNoNumber)
+{
+    const CTemporaryFolder folder;
+    const std::string path = folder.File("a.pxd").string();
+    const std::string script =
+        "new 2 2\nrename 0 \"\"\nsave " + path + "\nopen " + path + "\nnew-object\nprint objects\n";
+    EXPECT_EQ(Call({"run", "-"}, script).output,
+              "0 0 0 2 2 visible=1 locked=0 selected=0 transparency=0 \"\"\n"
+              "1 0 0 2 2 visible=1 locked=0 selected=1 transparency=0 \"Obj - 2\"\n");
+}
+
 TEST(CommandLine, UserSettingsAreReadAndStoredOnlyOnRequest)
 {
     CMapStore store;

@@ -76,6 +76,18 @@ TEST(Statements, PrintWhatTheyDid)
          "BannerSmooth\n"
          "get BannerVertical\nprint history",
          "BannerSmooth 0\nBannerVertical 1\nundo \"Undo add text\"\n"},
+        {"selection confines a fill",
+         "new 64 48 #336699\ntool rectangular-selection\nstroke 8 8 40 30\nprint selection\n"
+         "set PaintForeColor 255          # a COLORREF\ntool flood-fill\nclick 10 10\nprint history\n"
+         "print pixel 39 29\nprint pixel 40 30\nprint picked 9 9\nprint picked 64 0\nundo\n"
+         "print pixel 39 29\ninvert-selection\nprint selection\nunselect-all\nprint selection",
+         "selection 8 8 40 30 pixels 704\nundo \"Undo Rectangular Selection\"\nundo \"Undo flood\"\n"
+         "255 0 0 255\n51 102 153 255\n255 0 0 0\nnone 255\n51 102 153 255\n"
+         "selection 0 0 64 48 pixels 2368\nselection none\n"},
+        {"polygon closed by a double click",
+         "new 60 40\ntool polygon\nclick 10 10\nclick 40 10\ndouble-click 25 30\nprint history\n"
+         "tool pick-color\nclick 5 5 right\nget PaintBackgndColor",
+         "undo \"Undo paint polygon\"\nPaintBackgndColor 16777215\n"},
         {"modified", "new 2 2\nprint modified\nhide 0\nprint modified", "modified 0\nmodified 1\n"},
         {"clipboard across documents",
          "new 6 6 #112233\ncopy\nnew 4 4\npaste\nprint objects\nprint selection",
