@@ -25,6 +25,7 @@ std::span<const StatementFamily> StatementTable()
         {"Documents", DocumentStatements()},
         {"Settings, answers, output", SessionStatements()},
         {"Objects panel", PanelStatements()},
+        {"Properties dialog", PropertiesStatements()},
         {"Objects and canvas", ObjectStatements()},
         {"Transforms", TransformStatements()},
         {"Editing", EditStatements()},

@@ -88,6 +88,12 @@ TEST(Statements, PrintWhatTheyDid)
          "new 60 40\ntool polygon\nclick 10 10\nclick 40 10\ndouble-click 25 30\nprint history\n"
          "tool pick-color\nclick 5 5 right\nget PaintBackgndColor",
          "undo \"Undo paint polygon\"\nPaintBackgndColor 16777215\n"},
+        {"properties",
+         "new 4 4 #102030\nproperties name=a left=5 top=-3 width=2 transparency=9 locked=1\nprint objects\n"
+         "properties 0 locked=0 left=1\nundo 2\nprint objects\nprint history",
+         "0 5 -3 2 4 visible=1 locked=1 selected=1 transparency=9 \"a\"\n"
+         "0 0 0 4 4 visible=1 locked=0 selected=1 transparency=0 \"Obj - 1\"\n"
+         "redo \"Redo modify object's properties\"\nredo \"Redo modify object's properties\"\n"},
         {"modified", "new 2 2\nprint modified\nhide 0\nprint modified", "modified 0\nmodified 1\n"},
         {"clipboard across documents",
          "new 6 6 #112233\ncopy\nnew 4 4\npaste\nprint objects\nprint selection",

@@ -7,6 +7,7 @@
 [[nodiscard]] std::span<const StatementRow> DocumentStatements();
 [[nodiscard]] std::span<const StatementRow> SessionStatements();
 [[nodiscard]] std::span<const StatementRow> PanelStatements();
+[[nodiscard]] std::span<const StatementRow> PropertiesStatements();
 [[nodiscard]] std::span<const StatementRow> ObjectStatements();
 [[nodiscard]] std::span<const StatementRow> TransformStatements();
 [[nodiscard]] std::span<const StatementRow> EditStatements();
