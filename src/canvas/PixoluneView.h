@@ -8,6 +8,7 @@
 #include "canvas/ViewGeometry.h"
 #include "model/Compositing.h"
 #include "model/PixoluneDoc.h"
+#include "platform/paint/PaintText.h"
 
 #include <array>
 #include <memory>
@@ -96,6 +97,8 @@ public:
     void InvalidateDocument(const Rect& documentRect) const { Invalidate(m_geometry.Touched(documentRect)); }
     void InvalidateAll() const;
     void AskForText(Point documentPoint);
+    /// How the last text was written here, for the next one.
+    [[nodiscard]] TextStyle& LastTextStyle() { return m_lastTextStyle; }
     /// A picture that a tool shows above an object while it works. The tool keeps it alive.
     void SetFloating(const FloatingImage& floating) { m_floating = floating; }
 
@@ -119,6 +122,7 @@ private:
     Point m_pointer;
     std::string m_pointerText;
     FloatingImage m_floating;
+    TextStyle m_lastTextStyle;
     Ref<CSelectionState> m_selection = MakeShared<CSelectionState>();
     CSelectionOutline m_outline;
     Point m_outlineOffset;

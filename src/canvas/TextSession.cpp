@@ -44,6 +44,19 @@ TextStyle TextStyleFromSettings(const CSettings& settings)
     return style;
 }
 
+TextStyle InitialTextStyle(CPixoluneView& view)
+{
+    const TextStyle kept = TextStyleFromSettings(view.Document().Services().settings);
+    TextStyle style = view.LastTextStyle();
+    style.text.clear();
+    style.lineSpacing = kept.lineSpacing;
+    style.smooth = kept.smooth;
+    style.vertical = kept.vertical;
+    style.alignment = kept.alignment;
+    style.fill = kept.fill;
+    return style;
+}
+
 CTextSession::~CTextSession()
 {
     if (m_open)
@@ -85,6 +98,7 @@ bool CTextSession::Ok(const TextStyle& style)
     m_view.SetFloating({});
     CPixoluneDoc& document = m_view.Document();
     StoreStyle(document.Services().settings, style);
+    m_view.LastTextStyle() = style;
     if (dib.IsEmpty())
         return false;
 

@@ -9,6 +9,9 @@ class CPixoluneView;
 /// A style with everything that the settings keep of it.
 [[nodiscard]] TextStyle TextStyleFromSettings(const CSettings& settings);
 
+/// What the settings keep, with font and spacing as they were last used in the view.
+[[nodiscard]] TextStyle InitialTextStyle(CPixoluneView& view);
+
 /// One text being written at a point of the canvas: what the "Add Text" dialog does. The view shows every
 /// preview above all objects; OK makes it an object. Destroying an unfinished session cancels it.
 class CTextSession {

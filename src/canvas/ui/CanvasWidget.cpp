@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/ui/CanvasWidget.h"
 
+#include "canvas/ui/AddTextDialog.h"
 #include "canvas/ui/CanvasCursors.h"
 #include "document/PlacementOperations.h"
 #include "platform/ui/QtPicture.h"
@@ -10,6 +11,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <cmath>
 
@@ -206,6 +208,13 @@ void CCanvasWidget::OnCursorChanged(CursorShape shape)
 {
     m_cursor = shape;
     ShowCursor();
+}
+
+void CCanvasWidget::OnTextPoint(Point documentPoint)
+{
+    // After the press has been dealt with: the dialog runs an event loop of its own.
+    QTimer::singleShot(0, this,
+                       [this, documentPoint] { CAddTextDialog(m_view, documentPoint, this).exec(); });
 }
 
 void CCanvasWidget::ShowCursor()

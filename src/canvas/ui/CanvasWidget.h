@@ -58,6 +58,7 @@ private:
     void OnCursorChanged(CursorShape shape) override;
     void OnColourUnderPointer(uint32_t pixel) override { Q_EMIT ColorUnderPointer(pixel); }
     void OnPaintColoursChanged() override { Q_EMIT PaintColorsChanged(); }
+    void OnTextPoint(Point documentPoint) override;
 
     [[nodiscard]] Point ToClient(const QPointF& position) const;
     [[nodiscard]] MouseInput ToInput(const QMouseEvent& event) const;
