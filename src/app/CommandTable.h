@@ -16,6 +16,18 @@ enum class CommandId {
     FileOpen,
     FileSave,
     FileSaveAs,
+    // One for each row of the table of save formats, in its order
+    FileSaveAsJpg,
+    FileSaveAsGif,
+    FileSaveAsBmp,
+    FileSaveAsPsd,
+    FileSaveAsPng,
+    FileSaveAsTiff,
+    FileSaveAsTga,
+    FileSaveAsPcx,
+    FileSaveAsIco,
+    FileSaveAsCur,
+    FileSaveAsAni,
     FileClose,
     FileExit,
     // Edit

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/commands/CommandFamilies.h"
+#include "fileio/SaveAs.h"
 
 namespace {
 
@@ -16,13 +17,30 @@ constexpr CommandRow kRows[] = {
      nullptr, RunInShell},
     {FileSaveAs, "File", 1, "Save As &Document...", "Save the active document with a new name", "Save As",
      "Ctrl+Shift+S", "save-as", HasShellAndDocument, nullptr, RunInShell},
-    {FileExit, "File", 9, "E&xit", "Quit the application; prompts to save documents", "Exit", "Ctrl+Q", "",
-     HasShell, nullptr, RunInShell},
 };
+
+constexpr CommandRow kExitRow = {
+    FileExit,  "File",   9,  "E&xit",  "Quit the application; prompts to save documents",
+    "Exit",    "Ctrl+Q", "", HasShell, nullptr,
+    RunInShell};
+
+/// The rows above with one for each save format.
+std::vector<CommandRow> JoinRows()
+{
+    std::vector<CommandRow> rows(std::begin(kRows), std::end(kRows));
+    int id = static_cast<int>(FileSaveAsJpg);
+    for (const SaveFormatRow& format : SaveFormatTable()) {
+        rows.push_back({static_cast<CommandId>(id++), "File/Save As", 1, format.menuText, format.prompt,
+                        format.tip, "", "", HasShellAndDocument, nullptr, RunInShell});
+    }
+    rows.push_back(kExitRow);
+    return rows;
+}
 
 } // namespace
 
 std::span<const CommandRow> FileCommands()
 {
-    return kRows;
+    static const std::vector<CommandRow> rows = JoinRows();
+    return rows;
 }

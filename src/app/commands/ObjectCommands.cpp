@@ -40,7 +40,11 @@ constexpr CommandRow kRows[] = {
      "Move Backward", "Ctrl+[", "object-down", HasDocument, nullptr, RestackTo<StackingKind::MoveBackward>},
     {ObjectTrim, "Object", 3, "&Trim Object(s)", "Cuts the transparent borders off all selected objects",
      "Trim Object(s)", "Ctrl+T", "", HasDocument, nullptr, OnDocument<TrimObjects>},
-    {ObjectProperties, "Object", 4, "&Properties", "Shows and changes the properties of the selected object",
+    {ObjectAddImages, "Object", 4, "Add &Image(s)...", "Adds image files as new objects", "Add Image(s)",
+     "Ctrl+Shift+O", "add-images", HasShellAndDocument, nullptr, RunInShell},
+    {ObjectAddAvi, "Object", 4, "Add &AVI...", "Adds every frame of an AVI video as a new object", "Add AVI",
+     "", "add-video", HasShellAndDocument, nullptr, RunInShell},
+    {ObjectProperties, "Object", 5, "&Properties", "Shows and changes the properties of the selected object",
      "Properties", "Alt+Return", "properties", HasShellAndDocument, nullptr, RunInShell},
 };
 

@@ -2,7 +2,7 @@
 #include "app/ui/FileDialogs.h"
 
 #include "app/ui/NewImageDialog.h"
-#include "fileio/DocumentFiles.h"
+#include "fileio/ui/SaveAsDialog.h"
 #include "platform/ui/QtText.h"
 
 #include <QDir>
@@ -73,6 +73,29 @@ bool CFileDialogs::SaveTo(CPixoluneDoc& document, const QString& path)
         return false;
     m_recentFiles.Add(path);
     return true;
+}
+
+bool CFileDialogs::Export(CPixoluneDoc& document, const SaveFormatRow& format)
+{
+    const QString name = QFileInfo(ToQString(document.Title())).completeBaseName();
+    CSaveAsDialog dialog(format, m_app.Settings(), document.Canvas().Size(), Folder(&document), name,
+                         &m_window);
+    return dialog.exec() == QDialog::Accepted &&
+           SaveDocumentAs(document, ToPath(dialog.selectedFiles().value(0)), format, dialog.Options());
+}
+
+bool CFileDialogs::Add(CPixoluneDoc& document, AddKind kind)
+{
+    const bool video = kind == AddKind::Avi;
+    QFileDialog dialog(&m_window, ToQString(video ? Str::AddAviFile : Str::AddImageFiles), Folder(&document),
+                       ToQString(video ? Str::AviFilter : Str::OpenFilter));
+    dialog.setFileMode(video ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    std::vector<std::filesystem::path> paths;
+    for (const QString& path : dialog.selectedFiles())
+        paths.push_back(ToPath(path));
+    return AddFiles(document, paths, kind);
 }
 
 bool CFileDialogs::MayClose(CPixoluneDoc& document)

@@ -3,6 +3,8 @@
 
 #include "app/PixoluneApp.h"
 #include "app/ui/RecentFiles.h"
+#include "fileio/DocumentFiles.h"
+#include "fileio/SaveAs.h"
 
 #include <QStringList>
 
@@ -26,6 +28,10 @@ public:
     /// Writes the native file; asks for a name when the document has none of that kind.
     bool Save(CPixoluneDoc& document);
     bool SaveAs(CPixoluneDoc& document);
+    /// Asks for a name and the options of the format, and writes the picture.
+    bool Export(CPixoluneDoc& document, const SaveFormatRow& format);
+    /// Asks for pictures, or for a video, and adds them as objects.
+    bool Add(CPixoluneDoc& document, AddKind kind);
     /// Asks what to do about unsaved changes; false when the document is to stay open.
     bool MayClose(CPixoluneDoc& document);
 

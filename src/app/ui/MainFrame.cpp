@@ -361,6 +361,10 @@ bool CMainFrame::RunWindowCommand(CommandId id)
         return true;
     }
     CChildFrame* frame = ActiveFrame();
+    if (frame && id >= FileSaveAsJpg && id <= FileSaveAsAni) {
+        const auto row = static_cast<size_t>(id) - static_cast<size_t>(FileSaveAsJpg);
+        return m_files.Export(frame->Document(), SaveFormatTable()[row]);
+    }
     switch (id) {
     case FileNew:
         return RunNew();
@@ -374,6 +378,10 @@ bool CMainFrame::RunWindowCommand(CommandId id)
         return frame && frame->close();
     case FileExit:
         return close();
+    case ObjectAddImages:
+        return frame && m_files.Add(frame->Document(), AddKind::ImageFiles);
+    case ObjectAddAvi:
+        return frame && m_files.Add(frame->Document(), AddKind::Avi);
     case EditPreferences:
         return RunPreferences();
     case ViewFullScreen:

@@ -2,6 +2,7 @@
 #include "app/ui/QtUserInterface.h"
 
 #include "app/ui/StatusBar.h"
+#include "fileio/ui/LayeredFileDialog.h"
 #include "platform/ui/QtText.h"
 
 #include <QCheckBox>
@@ -40,6 +41,17 @@ bool CQtUserInterface::AskYesNo(const std::string& question)
     if (yes && settle->isChecked())
         m_settledQuestions.insert(question);
     return yes;
+}
+
+bool CQtUserInterface::ChooseLayeredFile(LayeredFileChoice& choice)
+{
+    if (!m_attended)
+        return false;
+    CLayeredFileDialog dialog(choice, m_window);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    choice = dialog.Choice();
+    return true;
 }
 
 void CQtUserInterface::SetStatusText(const std::string& text)

@@ -20,6 +20,7 @@ public:
 
     void ShowMessage(const std::string& text) override;
     [[nodiscard]] bool AskYesNo(const std::string& question) override;
+    [[nodiscard]] bool ChooseLayeredFile(LayeredFileChoice& choice) override;
     void SetStatusText(const std::string& text) override;
     void SetPosition(int percent) override;
 
