@@ -5,6 +5,7 @@
 #include "canvas/SelectedPixels.h"
 #include "document/Refusal.h"
 #include "fileio/ClipboardStream.h"
+#include "fileio/DocumentFiles.h"
 #include "history/ObjectListCommand.h"
 #include "history/PixelEditCommand.h"
 #include "model/DibOperations.h"
@@ -129,16 +130,30 @@ bool IsClearingConfirmed(const CPixoluneView& view)
     return view.Document().Services().ui.AskYesNo(std::string(Text(Str::ClearSelection)));
 }
 
-/// What the clipboard holds; empty when it holds nothing usable.
-std::vector<PastedPicture> FetchPictures(const IClipboard& clipboard)
+/// The pictures of copied files; those that cannot be loaded are left out.
+void AppendFiles(AppServices& services, std::vector<PastedPicture>& pictures)
 {
-    if (const auto stream = clipboard.PrivateStream()) {
+    for (const std::filesystem::path& path : services.clipboard.Files()) {
+        CObjectCanvas loaded;
+        if (!LoadFile(loaded, path, services))
+            continue;
+        for (const Ref<CPicObject>& object : loaded.objects)
+            pictures.push_back({object->image->Exchange({}), object->transparency});
+    }
+}
+
+/// What the clipboard holds; empty when it holds nothing usable.
+std::vector<PastedPicture> FetchPictures(AppServices& services)
+{
+    if (const auto stream = services.clipboard.PrivateStream()) {
         auto pictures = ParseClipboardStream(*stream);
         return pictures ? std::move(*pictures) : std::vector<PastedPicture>();
     }
     std::vector<PastedPicture> pictures;
-    if (CPackedDib picture = clipboard.Picture(); !picture.IsEmpty())
+    if (CPackedDib picture = services.clipboard.Picture(); !picture.IsEmpty())
         pictures.push_back({std::move(picture), 0});
+    else
+        AppendFiles(services, pictures);
     return pictures;
 }
 
@@ -211,7 +226,7 @@ bool Delete(CPixoluneView& view)
 bool Paste(CPixoluneView& view)
 {
     CPixoluneDoc& document = view.Document();
-    std::vector<PastedPicture> pictures = FetchPictures(document.Services().clipboard);
+    std::vector<PastedPicture> pictures = FetchPictures(document.Services());
     if (pictures.empty())
         return false;
     const std::vector<Point> places = PlacesFor(view, pictures);

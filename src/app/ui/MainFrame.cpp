@@ -13,9 +13,11 @@
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
 
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QMimeData>
@@ -107,6 +109,7 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
     m_tabs->setFrameShape(QFrame::NoFrame);
     setCentralWidget(m_tabs);
     connect(m_tabs, &QMdiArea::subWindowActivated, this, &CMainFrame::OnFrameActivated);
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &CMainFrame::ScheduleRefresh);
 
     connect(m_actions, &CCommandActions::Ran, this, &CMainFrame::ScheduleRefresh);
     connect(m_actions, &CCommandActions::MenuOpening, this,

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/QtClipboard.h"
 
+#include "platform/codec/PngWriter.h"
 #include "platform/ui/QtPicture.h"
+#include "platform/ui/QtText.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QUrl>
 
 namespace {
 
@@ -15,9 +18,10 @@ constexpr QLatin1String kPrivateType("application/x-qt-windows-mime;value=\"Morv
 #else
 constexpr QLatin1String kPrivateType("application/x-morvandelite-pixolune");
 #endif
-/// Offered in every picture format that the window system knows, PNG among them.
-constexpr QLatin1String kPictureType("application/x-qt-image");
+constexpr QLatin1String kPngType("image/png");
 
+/// Lists two formats and makes each only when somebody asks for it. The toolkit's own picture type would
+/// offer two dozen, all of which clipboard managers fetch at once.
 class COfferedData final : public QMimeData {
 public:
     explicit COfferedData(ClipboardOffer offer) : m_offer(std::move(offer)) {}
@@ -25,10 +29,10 @@ public:
     [[nodiscard]] QStringList formats() const override
     {
         QStringList types;
+        if (m_offer.picture)
+            types << kPngType;
         if (m_offer.privateStream)
             types << kPrivateType;
-        if (m_offer.picture)
-            types << kPictureType;
         return types;
     }
 
@@ -42,12 +46,21 @@ protected:
             return QByteArray(reinterpret_cast<const char*>(bytes.data()),
                               static_cast<qsizetype>(bytes.size()));
         }
-        if (type == kPictureType && m_offer.picture)
-            return ToQImage(m_offer.picture());
+        if (type == kPngType && m_offer.picture)
+            return EncodedPng();
         return {};
     }
 
 private:
+    [[nodiscard]] QByteArray EncodedPng() const
+    {
+        const CPackedDib picture = m_offer.picture();
+        if (picture.IsEmpty())
+            return {};
+        const CHeapBlock png = EncodePng(PngPictureOf(ViewOf(picture)));
+        return QByteArray(reinterpret_cast<const char*>(png.Data()), static_cast<qsizetype>(png.Size()));
+    }
+
     ClipboardOffer m_offer;
 };
 
@@ -55,6 +68,7 @@ private:
 
 bool CQtClipboard::Offer(ClipboardOffer offer)
 {
+    m_origins = offer.origins;
     QGuiApplication::clipboard()->setMimeData(new COfferedData(std::move(offer)));
     return true;
 }
@@ -76,5 +90,21 @@ CPackedDib CQtClipboard::Picture() const
 bool CQtClipboard::HasContents() const
 {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data && (data->hasFormat(kPrivateType) || data->hasImage());
+    return data && (data->hasFormat(kPrivateType) || data->hasImage() || data->hasUrls());
+}
+
+std::vector<Point> CQtClipboard::Origins() const
+{
+    return QGuiApplication::clipboard()->ownsClipboard() ? m_origins : std::vector<Point>();
+}
+
+std::vector<std::filesystem::path> CQtClipboard::Files() const
+{
+    std::vector<std::filesystem::path> files;
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    for (const QUrl& url : data ? data->urls() : QList<QUrl>()) {
+        if (url.isLocalFile())
+            files.push_back(ToPath(url.toLocalFile()));
+    }
+    return files;
 }

@@ -9,5 +9,10 @@ public:
     bool Offer(ClipboardOffer offer) override;
     [[nodiscard]] std::optional<std::vector<uint8_t>> PrivateStream() const override;
     [[nodiscard]] CPackedDib Picture() const override;
+    [[nodiscard]] std::vector<std::filesystem::path> Files() const override;
+    [[nodiscard]] std::vector<Point> Origins() const override;
     [[nodiscard]] bool HasContents() const override;
+
+private:
+    std::vector<Point> m_origins; ///< of what was offered last
 };

@@ -4,6 +4,7 @@
 #include "platform/dib/PackedDib.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -27,7 +28,9 @@ public:
     [[nodiscard]] virtual CPackedDib Picture() const = 0;
     /// Where the stream's pictures came from, in its order; empty when another process put them there.
     [[nodiscard]] virtual std::vector<Point> Origins() const { return {}; }
-    /// Whether either form is there, without fetching it.
+    /// Files that were copied in a file manager.
+    [[nodiscard]] virtual std::vector<std::filesystem::path> Files() const { return {}; }
+    /// Whether any form is there, without fetching it.
     [[nodiscard]] virtual bool HasContents() const = 0;
 };
 
