@@ -67,6 +67,17 @@ CValueControl::CValueControl(const Range& range, int value, QWidget* parent)
     SetValue(value);
 }
 
+CValueControl::~CValueControl()
+{
+    // The parts outlive this body, and one that loses the focus then still reports its end of editing.
+    m_spin->disconnect(this);
+    m_spin->removeEventFilter(this);
+    if (m_slider) {
+        m_slider->disconnect(this);
+        m_slider->removeEventFilter(this);
+    }
+}
+
 int CValueControl::Value() const
 {
     return m_spin->value();

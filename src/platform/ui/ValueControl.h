@@ -22,6 +22,7 @@ public:
     };
 
     CValueControl(const Range& range, int value, QWidget* parent = nullptr);
+    ~CValueControl() override;
 
     [[nodiscard]] int Value() const;
     /// Shows the nearest value of the range without reporting it as an edit.
