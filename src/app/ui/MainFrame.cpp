@@ -88,6 +88,12 @@ constexpr std::optional<CommandId> kDrawingBar[] = {
     ToolPolygon,
 };
 
+constexpr std::optional<CommandId> kCanvasMenu[] = {
+    EditCut,       EditCopy,   EditPaste,         EditDelete,        kSeparator,         ObjectDuplicate,
+    ObjectCombine, kSeparator, ObjectMoveToFront, ObjectMoveForward, ObjectMoveBackward, ObjectMoveToBack,
+    kSeparator,    ObjectTrim, ObjectProperties,
+};
+
 } // namespace
 
 CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
@@ -214,6 +220,12 @@ CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
     connect(&frame->Canvas(), &CCanvasWidget::PaintColorsChanged, this, [this] {
         if (m_optionsPanel)
             m_optionsPanel->Refresh();
+    });
+    connect(&frame->Canvas(), &CCanvasWidget::MenuRequested, this, [this](const QPoint& position) {
+        Refresh();
+        QMenu menu;
+        m_actions->FillMenu(menu, kCanvasMenu);
+        menu.exec(position);
     });
     frame->showMaximized();
     frame->Canvas().setFocus();

@@ -7,6 +7,7 @@
 #include "platform/ui/QtPicture.h"
 #include "platform/ui/QtText.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -315,6 +316,23 @@ bool CCanvasWidget::IsWantedByTool(int key) const
     const bool isToolKey = key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter ||
                            key == Qt::Key_Backspace || key == Qt::Key_Delete;
     return isToolKey && (m_held != Qt::NoButton || m_view.CurrentTool().IsBusy());
+}
+
+void CCanvasWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    // Every other tool has a use of its own for the right button.
+    if (m_view.Mode() != ToolMode::Default)
+        return;
+    m_view.CancelDrag();
+    m_held = Qt::NoButton;
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        MouseInput click;
+        click.client = ToClient(event->pos());
+        click.button = MouseButton::Left;
+        m_view.Press(click);
+        m_view.Release(click);
+    }
+    Q_EMIT MenuRequested(event->globalPos());
 }
 
 void CCanvasWidget::keyPressEvent(QKeyEvent* event)

@@ -28,6 +28,8 @@ public:
 Q_SIGNALS:
     void PointerTextChanged(const QString& text);
     void LayoutChanged();
+    /// The context menu is asked for, at a point of the screen; what is under the pointer has been selected.
+    void MenuRequested(const QPoint& globalPosition);
     void ToolModeChanged();
     /// The colour picker is over a pixel, 0xAARRGGBB.
     void ColorUnderPointer(uint32_t pixel);
@@ -44,6 +46,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void timerEvent(QTimerEvent* event) override;

@@ -3,6 +3,7 @@
 
 #include "ui/UiTest.h"
 
+#include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -46,6 +47,28 @@ protected:
     CPixoluneView m_view{m_document};
     CCanvasWidget m_widget{m_view};
 };
+
+TEST_F(CCanvasWidgetTest, ContextMenuSelectsWhatIsUnderThePointerAndLeavesNothingHeld)
+{
+    const Ref<CPicObject> object = m_document.Canvas().objects.Top();
+    int asked = 0;
+    QObject::connect(&m_widget, &CCanvasWidget::MenuRequested, &m_widget, [&] { ++asked; });
+    const auto ask = [&] {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 50}, {50, 50});
+        QCoreApplication::sendEvent(m_widget.viewport(), &event);
+    };
+    QTest::mousePress(m_widget.viewport(), Qt::RightButton, {}, {50, 50});
+    ask();
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(object->IsSelected());
+    QTest::mousePress(m_widget.viewport(), Qt::LeftButton, {}, {50, 50});
+    QTest::mouseMove(m_widget.viewport(), {60, 50});
+    QTest::mouseRelease(m_widget.viewport(), Qt::LeftButton, {}, {60, 50});
+    EXPECT_GT(object->x, 0) << "a new drag begins although the menu took the release";
+    m_view.SetMode(ToolMode::Pencil);
+    ask();
+    EXPECT_EQ(asked, 1) << "painting tools use the right button themselves";
+}
 
 } // namespace
 
