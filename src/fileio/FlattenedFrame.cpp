@@ -2,8 +2,7 @@
 #include "fileio/FlattenedFrame.h"
 
 #include "model/Compositing.h"
-
-#include <cstring>
+#include "model/FillDib.h"
 
 CPackedDib FlattenOver(const CObjectCanvas& canvas, uint32_t colour)
 {
@@ -12,11 +11,7 @@ CPackedDib FlattenOver(const CObjectCanvas& canvas, uint32_t colour)
         frame.IsEmpty() ? CPackedDib() : CPackedDib::CreateForOverwrite(frame.Width(), frame.Height());
     if (filled.IsEmpty())
         return filled;
-    const uint32_t pixel = (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF) | 0xFF000000;
-    for (int y = 0; y < filled.Height(); ++y) {
-        for (int x = 0; x < filled.Width(); ++x)
-            std::memcpy(filled.Row(y) + ptrdiff_t{x} * 4, &pixel, sizeof pixel);
-    }
+    FillDib(filled, colour, 255);
     CompositeOver(ViewOf(filled), {0, 0}, frame, {0, 0}, 0);
     return filled;
 }
