@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
+#include <vector>
 
 namespace {
 
@@ -109,9 +111,36 @@ CHeapBlock BufferOf(uint64_t bytes)
                                                  : CHeapBlock::Allocate(static_cast<size_t>(bytes));
 }
 
+/// The first rows of a strip that the end of the file cuts: as many of its `rows` as the part that is there
+/// gives, each of `rowBytes` bytes. Empty when the strip is whole or gives none.
+CHeapBlock DecodeCutStrip(TIFF* tiff, uint32_t strip, std::span<const uint8_t> file, uint64_t rowBytes,
+                          int64_t rows)
+{
+    const uint64_t offset = TIFFGetStrileOffset(tiff, strip);
+    if (offset >= file.size() || TIFFGetStrileByteCount(tiff, strip) <= file.size() - offset)
+        return {};
+    const std::span<const uint8_t> part = file.subspan(static_cast<size_t>(offset));
+    std::vector<uint8_t> stored(part.begin(), part.end());
+    // The library tells only whether all rows asked for could be decoded.
+    CHeapBlock decoded;
+    for (int64_t low = 1, high = rows; low <= high;) {
+        const int64_t middle = low + (high - low) / 2;
+        CHeapBlock attempt = BufferOf(rowBytes * static_cast<uint64_t>(middle));
+        if (!attempt.IsEmpty() &&
+            TIFFReadFromUserBuffer(tiff, strip, stored.data(), static_cast<tmsize_t>(stored.size()),
+                                   attempt.Data(), static_cast<tmsize_t>(attempt.Size())) != 0) {
+            decoded = std::move(attempt);
+            low = middle + 1;
+        } else {
+            high = middle - 1;
+        }
+    }
+    return decoded;
+}
+
 /// The number of rows, over all planes, that could be read. A row that cannot be is the end of its strip.
-int64_t ReadStrips(TIFF* tiff, const TiffLayout& layout, CTiffSamples& samples, CPackedDib& dib,
-                   IProgress* progress)
+int64_t ReadStrips(TIFF* tiff, std::span<const uint8_t> file, const TiffLayout& layout, CTiffSamples& samples,
+                   CPackedDib& dib, IProgress* progress)
 {
     CHeapBlock row = BufferOf(TIFFScanlineSize64(tiff));
     const size_t needed =
@@ -125,15 +154,24 @@ int64_t ReadStrips(TIFF* tiff, const TiffLayout& layout, CTiffSamples& samples, 
     CRowProgress steps(progress, layout.height * static_cast<int64_t>(planes));
     int64_t done = 0;
     for (size_t plane = 0; plane < planes; ++plane) {
+        const auto place = [&](const uint8_t* stored, int64_t y) {
+            samples.Place(stored, layout.width, plane, dib.Row(static_cast<int>(y)));
+            steps.SetDone(++done);
+        };
         for (int64_t y = 0; y < layout.height;) {
             const auto at = static_cast<uint32_t>(y);
-            if (TIFFReadScanline(tiff, row.Data(), at, static_cast<uint16_t>(plane)) < 0) {
-                y = (y / step + 1) * step;
+            if (TIFFReadScanline(tiff, row.Data(), at, static_cast<uint16_t>(plane)) >= 0) {
+                place(row.Data(), y++);
                 continue;
             }
-            samples.Place(row.Data(), layout.width, plane, dib.Row(static_cast<int>(y)));
-            steps.SetDone(++done);
-            ++y;
+            const int64_t next = (y / step + 1) * step;
+            const int64_t rows = std::min<int64_t>(next, layout.height) - y;
+            const uint32_t strip = TIFFComputeStrip(tiff, at, static_cast<uint16_t>(plane));
+            const CHeapBlock decoded =
+                y % step == 0 ? DecodeCutStrip(tiff, strip, file, row.Size(), rows) : CHeapBlock();
+            for (size_t begin = 0; begin < decoded.Size(); begin += row.Size())
+                place(decoded.Data() + begin, y++);
+            y = next;
         }
     }
     return done;
@@ -177,11 +215,13 @@ int64_t ReadTiles(TIFF* tiff, const TiffLayout& layout, CTiffSamples& samples, C
     return done;
 }
 
-bool ReadSamples(TIFF* tiff, const TiffLayout& layout, CPackedDib& dib, IProgress* progress)
+bool ReadSamples(TIFF* tiff, std::span<const uint8_t> file, const TiffLayout& layout, CPackedDib& dib,
+                 IProgress* progress)
 {
     CTiffSamples samples(layout, tiff);
-    const bool isTiled = TIFFIsTiled(tiff) != 0;
-    if ((isTiled ? ReadTiles : ReadStrips)(tiff, layout, samples, dib, progress) == 0)
+    const int64_t done = TIFFIsTiled(tiff) != 0 ? ReadTiles(tiff, layout, samples, dib, progress)
+                                                : ReadStrips(tiff, file, layout, samples, dib, progress);
+    if (done == 0)
         return false;
     for (int y = 0; y < layout.height; ++y)
         samples.Finish(dib.Row(y), layout.width);
@@ -234,7 +274,8 @@ CPackedDib CImage::LoadTIFFFile(const std::filesystem::path& path, IProgress* pr
     if (dib.IsEmpty())
         return {};
     const std::optional<TiffLayout> layout = LayoutOf(tiff.get(), *size);
-    if (!(layout ? ReadSamples(tiff.get(), *layout, dib, progress) : ReadConverted(tiff.get(), dib)))
+    if (!(layout ? ReadSamples(tiff.get(), file->Bytes(), *layout, dib, progress)
+                 : ReadConverted(tiff.get(), dib)))
         return {};
     return dib;
 }

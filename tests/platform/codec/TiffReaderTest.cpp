@@ -16,6 +16,7 @@ struct Layout {
     uint16_t bits, samples, photometric, planar;
     int extra = -1; ///< kind of the last sample when it is none of the colours
     bool isTiled = false;
+    uint32_t stripRows = 5;
 };
 
 /// The sample values of the test picture, pixel by pixel.
@@ -61,7 +62,7 @@ bool WriteTiff(const std::filesystem::path& path, const Layout& layout, const st
             TIFFSetField(tiff.get(), TIFFTAG_TILEWIDTH, kTile);
             TIFFSetField(tiff.get(), TIFFTAG_TILELENGTH, kTile);
         } else {
-            TIFFSetField(tiff.get(), TIFFTAG_ROWSPERSTRIP, 5);
+            TIFFSetField(tiff.get(), TIFFTAG_ROWSPERSTRIP, layout.stripRows);
         }
         const bool isPlanar = layout.planar == PLANARCONFIG_SEPARATE;
         const size_t inRow = isPlanar ? 1 : layout.samples;
@@ -166,4 +167,43 @@ TEST(TiffReader, EveryDepthAndArrangementOfSamples)
         }
         EXPECT_TRUE(SameBytes(LoadPicture(folder.File("a.tif")), expected));
     }
+}
+
+TEST(TiffReader, KeepsTheRowsOfACutStrip)
+{
+    const CTemporaryFolder folder;
+    const Layout layout = {"16 bits in one strip", 16, 3,     PHOTOMETRIC_RGB,
+                           PLANARCONFIG_CONTIG,    -1, false, static_cast<uint32_t>(kHeight)};
+    ASSERT_TRUE(WriteTiff(folder.File("a.tif"), layout, SamplesOf(layout)));
+    const CPackedDib whole = LoadPicture(folder.File("a.tif"));
+    std::vector<uint8_t> file = FileContent(folder.File("a.tif"));
+
+    // The strip moves behind the directory, where the file can be cut within it.
+    uint32_t directory = 0;
+    std::memcpy(&directory, file.data() + 4, sizeof directory);
+    const auto valueOf = [&](uint32_t tag) {
+        uint8_t* entry = file.data() + directory + 2;
+        while (entry[0] != (tag & 0xFF) || entry[1] != tag >> 8)
+            entry += 12;
+        return entry + 8;
+    };
+    uint32_t offset = 0;
+    uint32_t count = 0;
+    std::memcpy(&offset, valueOf(TIFFTAG_STRIPOFFSETS), sizeof offset);
+    std::memcpy(&count, valueOf(TIFFTAG_STRIPBYTECOUNTS), sizeof count);
+    const auto moved = static_cast<uint32_t>(file.size());
+    std::memcpy(valueOf(TIFFTAG_STRIPOFFSETS), &moved, sizeof moved);
+    const std::vector<uint8_t> strip(file.begin() + offset, file.begin() + offset + count);
+    file.insert(file.end(), strip.begin(), strip.end());
+
+    const CPackedDib cut = LoadBytes(std::span(file).first(moved + count / 2), folder.File("cut.tif"));
+    ASSERT_EQ(cut.Size(), whole.Size());
+    int rows = 0;
+    while (rows < kHeight && std::memcmp(cut.Row(rows), whole.Row(rows), cut.Stride()) == 0)
+        ++rows;
+    EXPECT_NEAR(rows, kHeight / 2, 2);
+    for (int y = rows; y < kHeight; ++y)
+        EXPECT_TRUE(
+            std::all_of(cut.Row(y), cut.Row(y) + cut.Stride(), [](uint8_t byte) { return byte == 0; }));
+    EXPECT_TRUE(LoadBytes(std::span(file).first(moved), folder.File("cut.tif")).IsEmpty());
 }
