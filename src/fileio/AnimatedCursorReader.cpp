@@ -55,6 +55,13 @@ bool ReadAnimationHeader(CByteReader& reader, AnimationFacts& facts)
            reader.ReadU32(facts.defaultRate) && reader.Skip(4);
 }
 
+/// Whether an image seems to begin `skipped` bytes further on.
+bool IsImageBehind(CByteReader reader, uint64_t skipped)
+{
+    uint32_t headerBytes = 0;
+    return reader.Skip(skipped) && (PngAt(reader) || (reader.ReadU32(headerBytes) && headerBytes == 40));
+}
+
 bool ReadAnimationFrame(CObjectCanvas& canvas, CByteReader& reader)
 {
     uint32_t size = 0;
@@ -64,12 +71,14 @@ bool ReadAnimationFrame(CObjectCanvas& canvas, CByteReader& reader)
     const uint64_t end = reader.Position() + size + size % 2;
     if (!reader.Skip(4) || !reader.ReadU16(count))
         return false;
-    const uint64_t entries = std::max<uint64_t>(count, 1);
-    if (!reader.Skip(entries * kDirectoryEntryBytes))
+    // A directory has one entry, whatever count it states, unless its image stands behind as many as stated.
+    const bool hasSeveral =
+        !IsImageBehind(reader, kDirectoryEntryBytes) && IsImageBehind(reader, count * kDirectoryEntryBytes);
+    if (!reader.Skip((hasSeveral ? count : 1) * kDirectoryEntryBytes))
         return false;
     // As a rule the frame ends with its image, whatever size it states. Other images of the frame are passed
     // over, and so is what may follow a compressed one.
-    const bool endsWithImage = entries == 1 && !PngAt(reader);
+    const bool endsWithImage = !hasSeveral && !PngAt(reader);
     if (!ReadIconImage(canvas, reader))
         return false;
     return endsWithImage || reader.Position() >= end || reader.Seek(std::min(end, reader.Size()));

@@ -106,6 +106,8 @@ TEST_F(IconTest, ReadsAnimations)
         {"frame too many", Animation(1, {frame, frame}), -1},
         {"no frames", Animation(0, {}), -1},
         {"cut in a frame", Animation(1, {Bytes(frame.begin(), frame.end() - 1)}), -1},
+        {"count of no meaning in a frame",
+         Animation(1, {Chunk("icon", Joined({{9, 9, 9, 9, 0xFF, 0xFF}, kEntry, kImage}))}), 5},
         {"several images in a frame",
          Animation(2, {Chunk("icon", Joined({{0, 0, 2, 0, 2, 0}, kEntry, kEntry, kImage, kImage})), frame}),
          5},
