@@ -22,8 +22,7 @@ constexpr uint8_t kHasColourTable = 0x80;
 constexpr uint8_t kIsInterlaced = 0x40;
 constexpr uint8_t kHasTransparentIndex = 0x01;
 
-/// Pixels that a file may claim without showing data for them, and how many a byte of data can give.
-constexpr uint64_t kFreePixels = uint64_t{1} << 24;
+/// Pixels that a byte of data can give.
 constexpr uint64_t kPixelsPerByte = 4096;
 
 /// Colours the picture's first `count` stored indices; what was not decoded stays transparent black.

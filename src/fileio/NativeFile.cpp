@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/NativeFile.h"
 
+#include "fileio/LoadedPicture.h"
 #include "fileio/PackedPixels.h"
 #include "fileio/RowCoder.h"
 #include "fileio/StatusText.h"
@@ -117,21 +118,23 @@ bool ReadRecord(CByteReader& reader, Record& record)
     return true;
 }
 
-/// All records, once it is clear that the file is long enough for what they claim together. Several may not
-/// share their pixels, or a small file could ask for any amount of memory.
+/// All records, once it is clear that the file is long enough for what they claim together. Only a few pixels
+/// may be shared by several, or a small file could ask for any amount of memory.
 std::optional<std::vector<Record>> ReadTable(CByteReader& reader, uint32_t objectCount)
 {
     if (uint64_t{objectCount} * kRecordBytes > reader.Remaining())
         return std::nullopt;
     std::vector<Record> records(objectCount);
+    uint64_t pixels = 0;
     uint64_t needed = 0;
     for (Record& record : records) {
         if (!ReadRecord(reader, record) ||
             uint64_t{record.width} * record.height > static_cast<uint64_t>(kMaxPicturePixels))
             return std::nullopt;
+        pixels += uint64_t{record.width} * record.height;
         needed += 4 * SmallestPackedRow(record.width) * record.height;
     }
-    if (needed > reader.Remaining())
+    if (pixels > kFreePixels && needed > reader.Remaining())
         return std::nullopt;
     return records;
 }

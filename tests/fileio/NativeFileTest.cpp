@@ -133,23 +133,29 @@ TEST(NativeFile, RefusesWhatTheFileCannotHold)
     }
 }
 
-TEST(NativeFile, ObjectsMayNotShareTheirPixels)
+TEST(NativeFile, ObjectsMayShareFewPixels)
 {
-    // Two hundred records, each with a megapixel that only one of them could have.
-    const int32_t side = 1024;
-    Bytes file = SmallFile();
-    file.resize(36);
-    file[32] = 200;
-    for (int index = 0; index < 200; ++index) {
-        file.resize(file.size() + 76);
-        uint8_t* record = file.data() + file.size() - 76;
-        record[1] = record[5] = side >> 8;
-        const uint32_t offset = 36 + 200 * 76;
-        std::memcpy(record + 68, &offset, sizeof offset);
-    }
-    for (int block = 0; block < 4 * side * side / 128; ++block)
-        file.insert(file.end(), {0x81, 7});
-    EXPECT_FALSE(LoadsBytes(file));
+    // Records that all point to the same pixels.
+    const auto fileOf = [](uint8_t count, int32_t side) {
+        Bytes file = SmallFile();
+        file.resize(36 + size_t{count} * 76);
+        std::fill(file.begin() + 36, file.end(), uint8_t{0});
+        file[32] = count;
+        for (int index = 0; index < count; ++index) {
+            uint8_t* record = file.data() + 36 + index * 76;
+            const int32_t offset = 36 + count * 76;
+            std::memcpy(record, &side, sizeof side);
+            std::memcpy(record + 4, &side, sizeof side);
+            std::memcpy(record + 68, &offset, sizeof offset);
+        }
+        for (int block = 0; block < 4 * side * side / 128; ++block)
+            file.insert(file.end(), {0x81, 7});
+        return file;
+    };
+    CObjectCanvas canvas;
+    ASSERT_TRUE(LoadsBytes(fileOf(2, 128), &canvas));
+    EXPECT_TRUE(SameBytes(canvas.objects.At(1)->image->Dib(), UniformDib(128, 128, 0x07070707)));
+    EXPECT_FALSE(LoadsBytes(fileOf(200, 1024)));
 }
 
 TEST(NativeFile, SurvivesDamage)
