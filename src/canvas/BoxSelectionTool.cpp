@@ -22,15 +22,18 @@ void CBoxSelectionTool::Extend(const MouseInput& input)
 void CBoxSelectionTool::Finish(const MouseInput& input)
 {
     m_corner = input.client;
-    const Rect drawn = Box();
-    if (drawn.IsEmpty()) {
+    if (Box().IsEmpty())
         CompleteWithNothing();
-        return;
-    }
+    else if (std::optional<CRegion> shape = ShapeIn(*ShapeRect()))
+        Complete(*std::move(shape), input);
+}
+
+std::optional<Rect> CBoxSelectionTool::ShapeRect() const
+{
+    const Rect drawn = Box();
     const Point first = View().Geometry().ToDocument(drawn.Corner());
     const Point end = View().Geometry().ToDocument(Point{drawn.right, drawn.bottom});
-    if (std::optional<CRegion> shape = ShapeIn({first.x, first.y, end.x, end.y}))
-        Complete(*std::move(shape), input);
+    return Rect{first.x, first.y, end.x, end.y};
 }
 
 Rect CBoxSelectionTool::Box() const

@@ -12,6 +12,7 @@ protected:
     Gesture Begin(const MouseInput& input) final;
     void Extend(const MouseInput& input) final;
     void Finish(const MouseInput& input) final;
+    [[nodiscard]] std::optional<Rect> ShapeRect() const final;
     /// The drawn box in client pixels.
     [[nodiscard]] Rect Box() const;
     /// The shape in a rectangle of document pixels; none when memory runs out.

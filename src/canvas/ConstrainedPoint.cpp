@@ -6,6 +6,15 @@
 #include <cstdlib>
 #include <numbers>
 
+namespace {
+
+int Rounded(double value)
+{
+    return static_cast<int>(std::lround(std::clamp<double>(value, INT32_MIN, INT32_MAX)));
+}
+
+} // namespace
+
 Point SnapDirection(Point anchor, Point point)
 {
     const double dx = static_cast<double>(point.x) - anchor.x;
@@ -13,8 +22,13 @@ Point SnapDirection(Point anchor, Point point)
     constexpr double kStep = std::numbers::pi / 12;
     const double angle = std::round(std::atan2(dy, dx) / kStep) * kStep;
     const double length = dx * std::cos(angle) + dy * std::sin(angle);
-    return {AddClamped(anchor.x, static_cast<int>(std::lround(length * std::cos(angle)))),
-            AddClamped(anchor.y, static_cast<int>(std::lround(length * std::sin(angle))))};
+    // The shorter way follows from the longer one once that is whole: so diagonals stay exact.
+    if (std::abs(std::sin(angle)) > std::abs(std::cos(angle))) {
+        const int down = Rounded(length * std::sin(angle));
+        return {AddClamped(anchor.x, Rounded(down / std::tan(angle))), AddClamped(anchor.y, down)};
+    }
+    const int along = Rounded(length * std::cos(angle));
+    return {AddClamped(anchor.x, along), AddClamped(anchor.y, Rounded(along * std::tan(angle)))};
 }
 
 Point SnapSquare(Point anchor, Point point)

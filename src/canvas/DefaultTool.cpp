@@ -79,6 +79,18 @@ void CDefaultTool::Cancel()
     m_state = State::Idle;
 }
 
+std::optional<Rect> CDefaultTool::DraggedRect() const
+{
+    if (m_state != State::Moving)
+        return std::nullopt;
+    Rect moved;
+    for (const Ref<CPicObject>& object : View().Document().Canvas().objects) {
+        if (object->IsActive())
+            moved = moved.United(object->Rectangle());
+    }
+    return moved;
+}
+
 CursorShape CDefaultTool::Cursor(Point /*documentPoint*/) const
 {
     return m_state == State::Moving ? CursorShape::DragObjects : CursorShape::Arrow;

@@ -13,6 +13,8 @@ public:
     void Up(const MouseInput& input) override;
     void Cancel() override;
     [[nodiscard]] bool IsBusy() const override { return m_state != State::Idle; }
+    /// The smallest rectangle around the objects that are moved.
+    [[nodiscard]] std::optional<Rect> DraggedRect() const override;
     [[nodiscard]] CursorShape Cursor(Point documentPoint) const override;
 
 private:

@@ -67,8 +67,10 @@ void CPixoluneView::Relayout()
 void CPixoluneView::SetMode(ToolMode mode)
 {
     CancelDrag();
+    InvalidatePointerArea();
     m_mode = mode;
-    TellCursor();
+    InvalidatePointerArea();
+    TellToolState();
     if (m_host != nullptr)
         m_host->OnToolModeChanged();
 }
@@ -80,7 +82,7 @@ void CPixoluneView::SetSelection(CRegion region)
     m_outline.Build(m_selection->region);
     m_outlineOffset = {};
     Invalidate(OutlineInClient());
-    TellCursor();
+    TellToolState();
 }
 
 void CPixoluneView::SetOutlineOffset(Point offset)
@@ -121,14 +123,14 @@ void CPixoluneView::Press(const MouseInput& input)
     if (m_held != MouseButton::None)
         return;
     m_held = input.button;
-    m_pointer = input.client;
+    FollowPointer(input.client);
     CurrentTool().Down(input);
-    TellCursor();
+    TellToolState();
 }
 
 void CPixoluneView::Move(const MouseInput& input)
 {
-    m_pointer = input.client;
+    FollowPointer(input.client);
     MouseInput held = input;
     held.button = m_held;
     CurrentTool().Move(held);
@@ -136,7 +138,7 @@ void CPixoluneView::Move(const MouseInput& input)
     m_pointerText = Text(Str::PointerPosition, point.x, point.y);
     if (m_host != nullptr)
         m_host->OnPointerText(m_pointerText);
-    TellCursor();
+    TellToolState();
 }
 
 void CPixoluneView::Release(const MouseInput& input)
@@ -144,16 +146,16 @@ void CPixoluneView::Release(const MouseInput& input)
     if (m_held == MouseButton::None || input.button != m_held)
         return;
     m_held = MouseButton::None;
-    m_pointer = input.client;
+    FollowPointer(input.client);
     CurrentTool().Up(input);
-    TellCursor();
+    TellToolState();
 }
 
 void CPixoluneView::DoubleClick(const MouseInput& input)
 {
-    m_pointer = input.client;
+    FollowPointer(input.client);
     CurrentTool().DoubleClick(input);
-    TellCursor();
+    TellToolState();
 }
 
 bool CPixoluneView::CancelDrag()
@@ -161,7 +163,22 @@ bool CPixoluneView::CancelDrag()
     const bool wasBusy = m_held != MouseButton::None || CurrentTool().IsBusy();
     m_held = MouseButton::None;
     CurrentTool().Cancel();
+    TellToolState();
     return wasBusy;
+}
+
+void CPixoluneView::SetPointerInside(bool inside)
+{
+    InvalidatePointerArea();
+    m_pointerInside = inside;
+    InvalidatePointerArea();
+}
+
+void CPixoluneView::FollowPointer(Point client)
+{
+    InvalidatePointerArea();
+    m_pointer = client;
+    InvalidatePointerArea();
 }
 
 CursorShape CPixoluneView::Cursor() const
@@ -169,10 +186,19 @@ CursorShape CPixoluneView::Cursor() const
     return CurrentTool().Cursor(m_geometry.ToDocument(m_pointer));
 }
 
-void CPixoluneView::TellCursor() const
+void CPixoluneView::TellToolState()
 {
-    if (m_host != nullptr)
-        m_host->OnCursorChanged(Cursor());
+    if (m_host == nullptr)
+        return;
+    m_host->OnCursorChanged(Cursor());
+    std::string text;
+    if (const std::optional<Rect> rect = CurrentTool().DraggedRect())
+        text = Text(Str::DraggedSize, rect->Width(), rect->Height()) +
+               Text(Str::PointerPosition, rect->left, rect->top);
+    if (text == m_draggedRectText)
+        return;
+    m_draggedRectText = std::move(text);
+    m_host->OnDraggedRectText(m_draggedRectText);
 }
 
 void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const

@@ -25,6 +25,8 @@ public:
     virtual void OnLayoutChanged() {}
     /// The pointer's position for the status bar changed.
     virtual void OnPointerText(const std::string& /*text*/) {}
+    /// The size and place of what is being drawn or dragged changed; empty when nothing is.
+    virtual void OnDraggedRectText(const std::string& /*text*/) {}
     virtual void OnToolModeChanged() {}
     /// The text tool was clicked inside the document: the window asks for a text to stand there.
     virtual void OnTextPoint(Point /*documentPoint*/) {}
@@ -86,6 +88,11 @@ public:
     bool Key(ToolKey key) { return CurrentTool().Key(key); }
     /// Gives up an unfinished drag; true when there was one.
     bool CancelDrag();
+    /// The pointer came into the window, or left it. Tools show something around it only inside.
+    void SetPointerInside(bool inside);
+    [[nodiscard]] bool IsPointerInside() const { return m_pointerInside; }
+    /// Where the pointer was last, in client pixels.
+    [[nodiscard]] Point Pointer() const { return m_pointer; }
     [[nodiscard]] CursorShape Cursor() const;
     /// " x=%d y=%d" of the last pointer position; empty before the first.
     [[nodiscard]] const std::string& PointerText() const { return m_pointerText; }
@@ -108,7 +115,10 @@ public:
 
 private:
     void Relayout();
-    void TellCursor() const;
+    void FollowPointer(Point client);
+    void InvalidatePointerArea() const { Invalidate(CurrentTool().PointerArea()); }
+    /// Tells the window how the current tool looks now: its cursor, and what it drags.
+    void TellToolState();
     /// Client pixels that the outline covers where it is shown.
     [[nodiscard]] Rect OutlineInClient() const;
     void PaintFrames(const BitmapView& target, const Rect& area) const;
@@ -120,7 +130,9 @@ private:
     std::array<std::unique_ptr<CTool>, kToolModeCount> m_tools;
     MouseButton m_held = MouseButton::None;
     Point m_pointer;
+    bool m_pointerInside = false;
     std::string m_pointerText;
+    std::string m_draggedRectText;
     FloatingImage m_floating;
     TextStyle m_lastTextStyle;
     Ref<CSelectionState> m_selection = MakeShared<CSelectionState>();

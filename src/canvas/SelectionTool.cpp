@@ -72,6 +72,14 @@ void CSelectionTool::PaintFeedback(const BitmapView& target, const Rect& area) c
         PaintShape(target, area);
 }
 
+std::optional<Rect> CSelectionTool::DraggedRect() const
+{
+    if (m_state != State::Moving)
+        return m_state == State::Drawing ? ShapeRect() : std::nullopt;
+    const Point distance = Distance(m_last);
+    return View().Selection().Bounds().Moved(distance.x, distance.y);
+}
+
 CursorShape CSelectionTool::Cursor(Point documentPoint) const
 {
     const bool moves =
@@ -90,12 +98,17 @@ void CSelectionTool::MoveOutline(Point client)
     View().SetOutlineOffset(m_offset);
 }
 
-void CSelectionTool::FinishMoving(Point client)
+Point CSelectionTool::Distance(Point client) const
 {
     const Point total = Difference(client, m_pressed);
     const int zoom = View().Zoom();
-    const Point distance = Possible({ToDocumentPixels(total.x, zoom), ToDocumentPixels(total.y, zoom)},
-                                    View().Selection().Bounds());
+    return Possible({ToDocumentPixels(total.x, zoom), ToDocumentPixels(total.y, zoom)},
+                    View().Selection().Bounds());
+}
+
+void CSelectionTool::FinishMoving(Point client)
+{
+    const Point distance = Distance(client);
     CRegion region = View().Selection();
     if (distance == Point() || !region.Translate(distance.x, distance.y)) {
         View().SetOutlineOffset({});

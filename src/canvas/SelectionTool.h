@@ -19,6 +19,7 @@ public:
     void Cancel() final;
     [[nodiscard]] bool IsBusy() const final { return m_state != State::Idle; }
     void PaintFeedback(const BitmapView& target, const Rect& area) const final;
+    [[nodiscard]] std::optional<Rect> DraggedRect() const final;
     [[nodiscard]] CursorShape Cursor(Point documentPoint) const final;
 
 protected:
@@ -32,6 +33,8 @@ protected:
     /// The button came up: the tool completes its shape.
     virtual void Finish(const MouseInput& /*input*/) {}
     virtual void PaintShape(const BitmapView& /*target*/, const Rect& /*area*/) const {}
+    /// The rectangle of document pixels around the shape that is drawn; none for a shape of another kind.
+    [[nodiscard]] virtual std::optional<Rect> ShapeRect() const { return std::nullopt; }
 
     /// Joins a new shape with the selection as the keys of the message that completes it say, and records the
     /// change: Shift adds to the selection, Ctrl keeps what of the shape was not selected before.
@@ -44,6 +47,8 @@ private:
 
     void MoveOutline(Point client);
     void FinishMoving(Point client);
+    /// How far a drag to the point moves the selection, in document pixels.
+    [[nodiscard]] Point Distance(Point client) const;
 
     SelectionKind m_kind;
     CursorShape m_cursor;

@@ -90,8 +90,7 @@ void CShapeTool::PaintFeedback(const BitmapView& target, const Rect& area) const
         return;
     }
     // Both edges of the outline, so that its width shows.
-    const int width = settings.Get(Setting::PaintShapeWidth);
-    const int half = geometry.zoom >= 1 ? width * geometry.zoom / 2 : width / -geometry.zoom / 2;
+    const int half = geometry.ToCanvasLength(settings.Get(Setting::PaintShapeWidth)) / 2;
     draw(target, area, box.Inflated(half));
     if (half > 0)
         draw(target, area, box.Inflated(-half));

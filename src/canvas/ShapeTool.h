@@ -15,6 +15,10 @@ public:
     void Cancel() override;
     [[nodiscard]] bool IsBusy() const override { return m_drawing; }
     void PaintFeedback(const BitmapView& target, const Rect& area) const override;
+    [[nodiscard]] std::optional<Rect> DraggedRect() const override
+    {
+        return m_drawing ? std::optional(Box()) : std::nullopt;
+    }
     [[nodiscard]] CursorShape Cursor(Point) const override { return CursorShape::Shape; }
 
 private:

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/StrokeTool.h"
 
+#include "canvas/BrushOutline.h"
+#include "canvas/ConstrainedPoint.h"
 #include "canvas/PaintTarget.h"
 #include "canvas/PixoluneView.h"
 #include "canvas/RubberBand.h"
@@ -8,6 +10,13 @@
 
 #include <algorithm>
 #include <array>
+
+namespace {
+
+/// A brush narrower than this many screen pixels shows as no outline: the cursor alone says where it is.
+constexpr int kLeastOutline = 4;
+
+} // namespace
 
 void CStrokeTool::Down(const MouseInput& input)
 {
@@ -36,7 +45,7 @@ void CStrokeTool::Move(const MouseInput& input)
         return;
     if (m_settings.beeline) {
         InvalidateLine();
-        m_pointerClient = input.client;
+        m_pointerClient = input.shift ? View().Geometry().ToClient(EndPoint(input)) : input.client;
         InvalidateLine();
         return;
     }
@@ -52,7 +61,7 @@ void CStrokeTool::Up(const MouseInput& input)
 {
     if (!m_target)
         return;
-    const Point point = View().Geometry().ToDocument(input.client);
+    const Point point = EndPoint(input);
     if (m_settings.beeline)
         InvalidateLine();
     if (m_settings.beeline || point != m_last || !m_hasMoved)
@@ -74,6 +83,27 @@ void CStrokeTool::PaintFeedback(const BitmapView& target, const Rect& area) cons
 {
     if (m_target && m_settings.beeline)
         InvertPolyline(target, area, std::array{m_pressedClient, m_pointerClient});
+    if (!PointerArea().Intersected(area).IsEmpty()) {
+        const ViewGeometry& geometry = View().Geometry();
+        BrushOutline(geometry.ToDocument(View().Pointer()), ReadSettings().pen)
+            .Paint(target, area, geometry, {}, 0);
+    }
+}
+
+Rect CStrokeTool::PointerArea() const
+{
+    const ViewGeometry& geometry = View().Geometry();
+    const Pen pen = ReadSettings().pen;
+    if (!View().IsPointerInside() || geometry.ToCanvasLength(pen.width) < kLeastOutline)
+        return {};
+    const Rect dab = DabBox(geometry.ToDocument(View().Pointer()), pen);
+    return dab.Intersected(View().Document().Canvas().Rectangle()).IsEmpty() ? Rect() : geometry.Touched(dab);
+}
+
+Point CStrokeTool::EndPoint(const MouseInput& input) const
+{
+    const Point point = View().Geometry().ToDocument(input.client);
+    return m_settings.beeline && input.shift ? SnapDirection(m_last, point) : point;
 }
 
 void CStrokeTool::DrawSegment(Point from, Point to)

@@ -13,7 +13,8 @@ struct StrokeSettings {
 };
 
 /// What pencil and eraser share: the object to work on, and the segments between the pointer's positions,
-/// each rasterised and applied as it comes. A click without a move makes one dab.
+/// each rasterised and applied as it comes. A click without a move makes one dab. Shift turns a beeline to
+/// multiples of 15 degrees. The outline of the brush follows the pointer.
 class CStrokeTool : public CTool {
 public:
     CStrokeTool(CPixoluneView& view, CursorShape cursor, Str noObject, Str noneSelected)
@@ -27,6 +28,7 @@ public:
     void Cancel() final;
     [[nodiscard]] bool IsBusy() const final { return static_cast<bool>(m_target); }
     void PaintFeedback(const BitmapView& target, const Rect& area) const final;
+    [[nodiscard]] Rect PointerArea() const final;
     [[nodiscard]] CursorShape Cursor(Point /*documentPoint*/) const final { return m_cursor; }
 
 protected:
@@ -44,6 +46,8 @@ protected:
     [[nodiscard]] const Ref<CPicObject>& Target() const { return m_target; }
 
 private:
+    /// Where the segment to the pointer ends.
+    [[nodiscard]] Point EndPoint(const MouseInput& input) const;
     void DrawSegment(Point from, Point to);
     void InvalidateLine() const;
 

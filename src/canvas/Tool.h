@@ -5,6 +5,8 @@
 #include "platform/dib/PackedDib.h"
 #include "platform/geometry/Geometry.h"
 
+#include <optional>
+
 class CPixoluneView;
 
 enum class MouseButton { None, Left, Right };
@@ -43,6 +45,10 @@ public:
     [[nodiscard]] virtual bool IsBusy() const { return false; }
     /// Draws the unfinished feedback over the painted view. target shows the client rectangle `area`.
     virtual void PaintFeedback(const BitmapView& /*target*/, const Rect& /*area*/) const {}
+    /// Client pixels around the pointer that PaintFeedback draws on, whether or not something is under way.
+    [[nodiscard]] virtual Rect PointerArea() const { return {}; }
+    /// The rectangle of document pixels that is being drawn or dragged; none without one.
+    [[nodiscard]] virtual std::optional<Rect> DraggedRect() const { return std::nullopt; }
     [[nodiscard]] virtual CursorShape Cursor(Point /*documentPoint*/) const { return CursorShape::Arrow; }
 
 protected:

@@ -78,6 +78,11 @@ Point ViewGeometry::ToClient(Point documentPoint) const
     return {AddClamped(canvas.x, -scroll.x), AddClamped(canvas.y, -scroll.y)};
 }
 
+int ViewGeometry::ToCanvasLength(int documentPixels) const
+{
+    return Scaled(documentPixels, zoom);
+}
+
 Rect ViewGeometry::ToDocument(const Rect& clientRect) const
 {
     const Point margin = MarginOffset();

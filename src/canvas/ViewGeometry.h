@@ -49,6 +49,8 @@ struct ViewGeometry {
     [[nodiscard]] Point ToDocument(Point clientPoint) const;
     [[nodiscard]] Point ToCanvas(Point documentPoint) const;
     [[nodiscard]] Point ToClient(Point documentPoint) const;
+    /// A length of document pixels in canvas pixels, truncated.
+    [[nodiscard]] int ToCanvasLength(int documentPixels) const;
     /// The four edges as points are; does not take the scroll position into account.
     [[nodiscard]] Rect ToDocument(const Rect& clientRect) const;
     /// A rectangle of document pixels as it is drawn, in client pixels.

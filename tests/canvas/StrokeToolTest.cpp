@@ -221,4 +221,80 @@ TEST_F(StrokeToolTest, UnfinishedStrokesShowAsTheyWillBecome)
     EXPECT_TRUE(SameBytes(during, after));
 }
 
+TEST_F(StrokeToolTest, ShiftTurnsABeelineToMultiplesOf15Degrees)
+{
+    for (const auto& [mode, setting] : {std::pair(ToolMode::Pencil, Setting::PaintBeeline),
+                                        std::pair(ToolMode::Erase, Setting::EraseBeeline)}) {
+        SCOPED_TRACE(static_cast<int>(mode));
+        test.doc.Canvas().objects.Clear();
+        test.Add(UniformDib(40, 30, 0xFF102030), 0, 0, true);
+        const auto isChanged = [&](int x, int y) { return Pixel(x, y) != 0xFF102030; };
+        test.settings.Set(setting, 1);
+        view.SetMode(mode);
+        MouseInput shift;
+        shift.shift = true;
+        Stroke({{5, 5}, {30, 20}, {25, 7}}, MouseButton::Left, shift);
+        EXPECT_TRUE(isChanged(25, 5)) << "the nearest direction is level";
+        EXPECT_FALSE(isChanged(25, 7));
+        Stroke({{5, 10}, {25, 29}}, MouseButton::Left, shift);
+        EXPECT_TRUE(isChanged(20, 25)) << "the nearest direction is the diagonal";
+        Stroke({{30, 10}, {INT32_MAX, 10}}, MouseButton::Left, shift);
+        EXPECT_TRUE(isChanged(39, 10));
+    }
+}
+
+TEST_F(StrokeToolTest, OutlineOfTheBrushRunsAlongTheEdgeOfOneDab)
+{
+    test.Add(UniformDib(40, 30, 0xFF808080), 0, 0, true);
+    const auto pixelsOfOutline = [&](Point pointer) {
+        view.Move(At(pointer));
+        CPackedDib with = CPackedDib::Create(44, 34, 32);
+        CPackedDib without = CPackedDib::Create(44, 34, 32);
+        view.SetPointerInside(false);
+        view.Paint(ViewOf(without), {0, 0, 44, 34});
+        view.SetPointerInside(true);
+        view.Paint(ViewOf(with), {0, 0, 44, 34});
+        std::vector<Point> changed;
+        for (int y = 0; y < 34; ++y) {
+            for (int x = 0; x < 44; ++x) {
+                if (PixelOf(with, x, y) != PixelOf(without, x, y))
+                    changed.push_back({x - 2, y - 2});
+            }
+        }
+        return changed;
+    };
+    const struct {
+        const char* name;
+        int width, roundCap;
+    } cases[] = {{"even", 8, 1}, {"odd", 7, 1}, {"least", 4, 1}, {"square", 8, 0}, {"wide", 23, 1}};
+    view.SetMode(ToolMode::Erase);
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        test.settings.Set(Setting::EraseLineWidth, row.width);
+        test.settings.Set(Setting::EraseRoundCap, row.roundCap);
+        const std::vector<Point> outline = pixelsOfOutline({19, 14});
+        Stroke({{19, 14}});
+        const auto isPainted = [&](int x, int y) { return Alpha(x, y) == 0; };
+        std::vector<Point> edge;
+        for (int y = 1; y < 29; ++y) {
+            for (int x = 1; x < 39; ++x) {
+                if (isPainted(x, y) && !(isPainted(x - 1, y) && isPainted(x + 1, y) && isPainted(x, y - 1) &&
+                                         isPainted(x, y + 1)))
+                    edge.push_back({x, y});
+            }
+        }
+        EXPECT_EQ(outline, edge);
+        test.settings.Set(Setting::EraseSmoothDegree, 100);
+        EXPECT_EQ(pixelsOfOutline({19, 14}), outline) << "a soft brush is as wide";
+        test.settings.Set(Setting::EraseSmoothDegree, 0);
+        test.doc.Undo();
+    }
+    EXPECT_FALSE(pixelsOfOutline({-3, 14}).empty()) << "a dab beside the canvas still reaches it";
+    EXPECT_TRUE(pixelsOfOutline({-30, 14}).empty()) << "outside";
+    test.settings.Set(Setting::EraseLineWidth, 3);
+    EXPECT_TRUE(pixelsOfOutline({19, 14}).empty()) << "too small to be seen";
+    view.SetZoom(2);
+    EXPECT_FALSE(pixelsOfOutline({19, 14}).empty());
+}
+
 } // namespace

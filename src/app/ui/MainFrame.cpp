@@ -213,6 +213,8 @@ CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
     connect(frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
     connect(frame, &CChildFrame::Closed, this, &CMainFrame::OnFrameClosed);
     connect(&frame->Canvas(), &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
+    connect(&frame->Canvas(), &CCanvasWidget::DraggedRectTextChanged, m_statusBar,
+            &CStatusBar::SetDraggedRectText);
     connect(&frame->Canvas(), &CCanvasWidget::ColorUnderPointer, this, [this](uint32_t pixel) {
         if (m_optionsPanel)
             m_optionsPanel->ShowPickedPixel(pixel);

@@ -13,7 +13,8 @@ constexpr int kRepaintMs = 60;
 
 CStatusBar::CStatusBar(QWidget* parent)
     : QStatusBar(parent), m_prompt(new QLabel(this)), m_progress(new QProgressBar(this)),
-      m_pointer(new QLabel(this)), m_size(new QLabel(this)), m_zoom(new QLabel(this))
+      m_dragged(new QLabel(this)), m_pointer(new QLabel(this)), m_size(new QLabel(this)),
+      m_zoom(new QLabel(this))
 {
     m_prompt->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_progress->setMaximumSize(160, fontMetrics().height());
@@ -21,6 +22,7 @@ CStatusBar::CStatusBar(QWidget* parent)
     addWidget(m_prompt, 1);
     addPermanentWidget(m_progress);
     m_progress->hide();
+    addPermanentWidget(m_dragged);
 
     const struct {
         QLabel* label;
@@ -58,6 +60,11 @@ void CStatusBar::SetPointerText(const QString& text)
     m_pointer->setText(text);
 }
 
+void CStatusBar::SetDraggedRectText(const QString& text)
+{
+    m_dragged->setText(text);
+}
+
 void CStatusBar::SetCanvas(Size size, int zoom)
 {
     m_size->setText(QStringLiteral("%1 x %2").arg(size.width).arg(size.height));
@@ -66,6 +73,7 @@ void CStatusBar::SetCanvas(Size size, int zoom)
 
 void CStatusBar::ClearCanvas()
 {
+    m_dragged->clear();
     m_pointer->clear();
     m_size->clear();
     m_zoom->clear();
@@ -79,4 +87,9 @@ QString CStatusBar::Prompt() const
 QString CStatusBar::PointerText() const
 {
     return m_pointer->text();
+}
+
+QString CStatusBar::DraggedRectText() const
+{
+    return m_dragged->text();
 }

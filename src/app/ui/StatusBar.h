@@ -11,8 +11,8 @@
 class QLabel;
 class QProgressBar;
 
-/// The main window's status bar: prompt, progress of a long operation, pointer position, canvas size and
-/// zoom.
+/// The main window's status bar: prompt, progress of a long operation, size of what is drawn, pointer
+/// position, canvas size and zoom.
 class CStatusBar final : public QStatusBar {
     Q_OBJECT
 
@@ -24,6 +24,8 @@ public:
     /// taking any input.
     void SetProgress(int percent);
     void SetPointerText(const QString& text);
+    /// Size and place of what is being drawn; empty for nothing.
+    void SetDraggedRectText(const QString& text);
     /// zoom as views count it: 2 is twice the size, -2 half of it.
     void SetCanvas(Size size, int zoom);
     /// No document is open.
@@ -31,10 +33,12 @@ public:
 
     [[nodiscard]] QString Prompt() const;
     [[nodiscard]] QString PointerText() const;
+    [[nodiscard]] QString DraggedRectText() const;
 
 private:
     QLabel* m_prompt;
     QProgressBar* m_progress;
+    QLabel* m_dragged;
     QLabel* m_pointer;
     QLabel* m_size;
     QLabel* m_zoom;

@@ -23,6 +23,9 @@ int Grab(CMainFrame& window, const QString& path)
 int main(int argc, char** argv)
 {
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    // A fast stroke goes through every point that the mouse or the pen reports.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    QApplication::setAttribute(Qt::AA_CompressTabletEvents, false);
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("pixolune"));
     QApplication::setApplicationVersion(QStringLiteral(PIXOLUNE_VERSION));

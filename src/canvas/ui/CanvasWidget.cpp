@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/ui/CanvasWidget.h"
 
+#include "canvas/SelectionOperations.h"
 #include "canvas/ui/AddTextDialog.h"
 #include "canvas/ui/CanvasCursors.h"
+#include "document/PanelOperations.h"
 #include "document/PlacementOperations.h"
 #include "platform/ui/QtPicture.h"
 #include "platform/ui/QtText.h"
@@ -143,8 +145,12 @@ bool CCanvasWidget::event(QEvent* event)
 
 bool CCanvasWidget::viewportEvent(QEvent* event)
 {
-    if (event->type() == QEvent::Leave)
+    if (event->type() == QEvent::Enter)
+        m_view.SetPointerInside(true);
+    if (event->type() == QEvent::Leave) {
+        m_view.SetPointerInside(false);
         OnPointerText({});
+    }
     return QAbstractScrollArea::viewportEvent(event);
 }
 
@@ -198,6 +204,11 @@ void CCanvasWidget::scrollContentsBy(int /*dx*/, int /*dy*/)
 void CCanvasWidget::OnPointerText(const std::string& text)
 {
     Q_EMIT PointerTextChanged(ToQString(text));
+}
+
+void CCanvasWidget::OnDraggedRectText(const std::string& text)
+{
+    Q_EMIT DraggedRectTextChanged(ToQString(text));
 }
 
 void CCanvasWidget::OnToolModeChanged()
@@ -349,6 +360,8 @@ void CCanvasWidget::keyPressEvent(QKeyEvent* event)
             m_held = Qt::NoButton;
             return;
         }
+        if (ClearMarks())
+            return;
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -369,6 +382,17 @@ void CCanvasWidget::keyPressEvent(QKeyEvent* event)
         break;
     }
     event->ignore();
+}
+
+bool CCanvasWidget::ClearMarks()
+{
+    CPixoluneDoc& document = m_view.Document();
+    if (!m_view.Selection().IsEmpty())
+        return UnselectAll(m_view);
+    if (m_view.Mode() != ToolMode::Default || document.Canvas().CountSelected() == 0)
+        return false;
+    SelectObjects(document, {});
+    return true;
 }
 
 bool CCanvasWidget::NudgeOrScroll(const QKeyEvent& event)

@@ -14,7 +14,8 @@
 /// resampled.
 ///
 /// Ctrl+wheel zooms at the pointer, the wheel scrolls, with Shift sideways; the middle button, or any
-/// button while Space is held, drags the canvas; Esc gives up an unfinished drag.
+/// button while Space is held, drags the canvas; Esc gives up an unfinished drag or, without one, what is
+/// selected.
 class CCanvasWidget final : public QAbstractScrollArea, private IViewHost {
     Q_OBJECT
 
@@ -27,6 +28,8 @@ public:
 
 Q_SIGNALS:
     void PointerTextChanged(const QString& text);
+    /// Size and place of what is being drawn or dragged; empty when nothing is.
+    void DraggedRectTextChanged(const QString& text);
     void LayoutChanged();
     /// The context menu is asked for, at a point of the screen; what is under the pointer has been selected.
     void MenuRequested(const QPoint& globalPosition);
@@ -57,6 +60,7 @@ private:
     void Invalidate(const Rect& client) override;
     void OnLayoutChanged() override;
     void OnPointerText(const std::string& text) override;
+    void OnDraggedRectText(const std::string& text) override;
     void OnToolModeChanged() override;
     void OnCursorChanged(CursorShape shape) override;
     void OnColourUnderPointer(uint32_t pixel) override { Q_EMIT ColorUnderPointer(pixel); }
@@ -69,6 +73,8 @@ private:
     void UpdateScrollBars();
     void ShowCursor();
     void PanTo(Point client);
+    /// Gives up the selection of pixels or, without one, that of objects; false without either.
+    bool ClearMarks();
     bool NudgeOrScroll(const QKeyEvent& event);
     /// Whether an unfinished gesture wants the key before any shortcut does.
     [[nodiscard]] bool IsWantedByTool(int key) const;

@@ -103,6 +103,7 @@ constexpr StringRow kRows[] = {
     {UndoInvert, "Undo Invert"},
     {UndoMoveSelection, "Undo Move Selection"},
     {PointerPosition, " x=%d y=%d"},
+    {DraggedSize, "%d x %d at"},
     {MoreColors, "More..."},
     {DoNotAskAgain, "&Do not ask again"},
     {Width, "Width:"},

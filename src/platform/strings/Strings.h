@@ -97,6 +97,7 @@ enum class Str {
     UndoMoveSelection,
     // Status bar
     PointerPosition,
+    DraggedSize,
     // Several dialogs
     MoreColors,
     DoNotAskAgain,

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/ChildFrame.h"
 #include "app/ui/RecentFiles.h"
+#include "app/ui/StatusBar.h"
+#include "canvas/SelectionOperations.h"
+#include "canvas/ui/CanvasWidget.h"
 #include "platform/ui/QtText.h"
 #include "ui/UiTest.h"
 
@@ -115,4 +118,72 @@ TEST_F(CWindowTest, ShortcutsAreUniqueAndIconsExist)
                                << keys.toString().toStdString();
         }
     }
+}
+
+TEST_F(CWindowTest, KeysOfTheCanvasMoveClearAndDelete)
+{
+    CChildFrame* frame = m_window.OpenFile(WritePicture(m_folder, "green.png"));
+    ASSERT_NE(frame, nullptr);
+    m_window.show();
+    m_window.activateWindow();
+    QTest::qWait(1);
+    CPixoluneDoc& document = frame->Document();
+    CCanvasWidget& canvas = frame->Canvas();
+    canvas.setFocus();
+    const CPicObject& object = *document.Canvas().objects.Top();
+    document.Canvas().DeselectAll();
+    QTest::keyClick(&canvas, Qt::Key_Right);
+    EXPECT_EQ(object.x, 0) << "nothing is selected";
+    EXPECT_EQ(document.History().PeekUndo(), nullptr);
+
+    SelectAll(frame->View());
+    document.Canvas().objects.Top()->SetSelected(true);
+    QTest::keyClick(&canvas, Qt::Key_Right);
+    QTest::keyClick(&canvas, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ((Point{object.x, object.y}), (Point{1, 10}));
+    EXPECT_EQ(document.History().UndoItem().text, "Undo move object(s)");
+    document.Undo();
+    EXPECT_EQ((Point{object.x, object.y}), (Point{1, 0})) << "each key is a step of its own";
+
+    QTest::keyClick(&canvas, Qt::Key_Escape);
+    EXPECT_TRUE(frame->View().Selection().IsEmpty());
+    EXPECT_EQ(document.History().UndoItem().text, "Undo Unselect All");
+    EXPECT_EQ(document.Canvas().CountSelected(), 1) << "one thing at a time";
+    QTest::keyClick(&canvas, Qt::Key_Escape);
+    EXPECT_EQ(document.Canvas().CountSelected(), 0);
+
+    document.Canvas().objects.Top()->SetSelected(true);
+    document.NotifyObjectSelectionChanged();
+    QCoreApplication::processEvents();
+    QTest::keyClick(&canvas, Qt::Key_Delete);
+    EXPECT_TRUE(document.Canvas().objects.IsEmpty());
+}
+
+TEST_F(CWindowTest, StatusBarTellsTheSizeOfWhatIsDrawn)
+{
+    CChildFrame* frame = m_window.OpenFile(WritePicture(m_folder, "green.png"));
+    ASSERT_NE(frame, nullptr);
+    m_window.show();
+    QTest::qWait(1);
+    QWidget* port = frame->Canvas().viewport();
+    const ViewGeometry& geometry = frame->View().Geometry();
+    const auto at = [&](int x, int y) {
+        const Point client = geometry.ToClient(Point{x, y});
+        return QPoint(client.x, client.y);
+    };
+    const auto text = [&] { return ToUtf8(m_window.StatusBar().DraggedRectText()); };
+    for (const ToolMode mode : {ToolMode::EllipticalSelection, ToolMode::Rectangle}) {
+        frame->View().SetMode(mode);
+        QTest::mousePress(port, Qt::LeftButton, {}, at(12, 20));
+        QTest::mouseMove(port, at(5, 8));
+        EXPECT_EQ(text(), "7 x 12 at x=5 y=8");
+        QTest::mouseRelease(port, Qt::LeftButton, {}, at(5, 8));
+        EXPECT_EQ(text(), "");
+    }
+    frame->View().SetMode(ToolMode::RectangularSelection);
+    QTest::mousePress(port, Qt::LeftButton, {}, at(8, 14));
+    QTest::mouseMove(port, at(18, 15));
+    EXPECT_EQ(text(), "7 x 12 at x=15 y=9") << "the selection is dragged";
+    QTest::keyClick(&frame->Canvas(), Qt::Key_Escape);
+    EXPECT_EQ(text(), "");
 }
