@@ -30,7 +30,7 @@ std::vector<CommandRow> JoinRows()
     std::vector<CommandRow> rows(std::begin(kRows), std::end(kRows));
     int id = static_cast<int>(FileSaveAsJpg);
     for (const SaveFormatRow& format : SaveFormatTable()) {
-        rows.push_back({static_cast<CommandId>(id++), "File/Save As", 1, format.menuText, format.prompt,
+        rows.push_back({static_cast<CommandId>(id++), "File/Save &As...", 1, format.menuText, format.prompt,
                         format.tip, "", "", HasShellAndDocument, nullptr, RunInShell});
     }
     rows.push_back(kExitRow);

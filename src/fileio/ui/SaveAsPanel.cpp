@@ -50,14 +50,16 @@ CSaveAsPanel::CSaveAsPanel(SavePanel kind, const CSettings& settings, Size canva
                        options.bmpColors = static_cast<DibFormat>(value);
                    });
         break;
-    case SavePanel::Tga:
-        AddCheckBox(Str::TgaRle, Setting::TGAEncodingRLE, settings);
-        AddCheckBox(Str::TgaBottomUp, Setting::BottomUpOrientation, settings);
+    case SavePanel::Tga: {
+        auto* options = new QVBoxLayout(AddGroup(Str::TgaEncoding));
+        AddCheckBox(*options, Str::TgaRle, Setting::TGAEncodingRLE, settings);
+        AddCheckBox(*options, Str::TgaBottomUp, Setting::BottomUpOrientation, settings);
         break;
+    }
     case SavePanel::FillColor:
         break;
     case SavePanel::Gif:
-        AddCheckBox(Str::GifInterlace, Setting::Interlace, settings);
+        AddCheckBox(*m_layout, Str::GifInterlace, Setting::Interlace, settings);
         hasFillColor = false;
         break;
     case SavePanel::HotSpot:
@@ -97,11 +99,18 @@ void CSaveAsPanel::AddQuality(int quality)
     });
 }
 
-void CSaveAsPanel::AddCheckBox(Str text, Setting setting, const CSettings& settings)
+QGroupBox* CSaveAsPanel::AddGroup(Str title)
+{
+    auto* group = new QGroupBox(ToQString(title));
+    m_layout->addWidget(group);
+    return group;
+}
+
+void CSaveAsPanel::AddCheckBox(QVBoxLayout& layout, Str text, Setting setting, const CSettings& settings)
 {
     auto* box = new QCheckBox(ToQString(text));
     box->setChecked(settings.IsOn(setting));
-    m_layout->addWidget(box);
+    layout.addWidget(box);
     m_takes.emplace_back(
         [box, setting](CSettings& kept, SaveAsOptions&) { kept.Set(setting, box->isChecked()); });
 }
@@ -110,9 +119,8 @@ void CSaveAsPanel::AddChoices(Str title, std::span<const Choice> choices, int cu
                               std::function<void(CSettings&, SaveAsOptions&, int)> take)
 {
     constexpr int kColumns = 4;
-    auto* box = new QGroupBox(ToQString(title));
-    auto* grid = new QGridLayout(box);
-    auto* group = new QButtonGroup(box);
+    auto* grid = new QGridLayout(AddGroup(title));
+    auto* group = new QButtonGroup(this);
     int index = 0;
     for (const Choice& choice : choices) {
         auto* button = new QRadioButton(ToQString(choice.text));
@@ -121,7 +129,6 @@ void CSaveAsPanel::AddChoices(Str title, std::span<const Choice> choices, int cu
         grid->addWidget(button, index / kColumns, index % kColumns);
         ++index;
     }
-    m_layout->addWidget(box);
     m_takes.emplace_back([group, take = std::move(take)](CSettings& settings, SaveAsOptions& options) {
         take(settings, options, group->checkedId());
     });

@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-class QFormLayout;
+class QGroupBox;
 class QVBoxLayout;
 
 /// The options of one format, below the file controls of its Save dialog. Starts from the settings.
@@ -30,7 +30,8 @@ private:
     using Take = std::function<void(CSettings&, SaveAsOptions&)>;
 
     void AddQuality(int quality);
-    void AddCheckBox(Str text, Setting setting, const CSettings& settings);
+    [[nodiscard]] QGroupBox* AddGroup(Str title);
+    void AddCheckBox(QVBoxLayout& layout, Str text, Setting setting, const CSettings& settings);
     void AddChoices(Str title, std::span<const Choice> choices, int current,
                     std::function<void(CSettings&, SaveAsOptions&, int)> take);
     void AddFillColor(int32_t color);

@@ -113,7 +113,7 @@ constexpr StringRow kRows[] = {
      "All supported formats (*.pxd *.bmp *.dib *.jpg *.jpeg *.gif *.pcx *.png *.tga *.tif *.tiff *.psd "
      "*.ico *.cur *.ani *.avi);;All files (*)"},
     {SaveDocumentAs, "Save As"},
-    {NativeFilter, "Pixolune documents (*.pxd)"},
+    {NativeFilter, "Morvandelite Pixolune File(*.pxd)"},
     {RecentFiles, "&Recent Files"},
     {ObjectsPanel, "Objects Panel"},
     {Opacity, "Opacity:"},
@@ -263,6 +263,7 @@ constexpr StringRow kRows[] = {
     {BmpTrueColors, "True Colors"},
     {Bmp16Grays, "16 Grays"},
     {Bmp256Grays, "256 Grays"},
+    {TgaEncoding, "Encoding Options"},
     {TgaRle, "&Compress Using RLE"},
     {TgaBottomUp, "&Bottom-up Orientation"},
     {GifInterlace, "Interlace"},

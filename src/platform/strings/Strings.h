@@ -266,6 +266,7 @@ enum class Str {
     BmpTrueColors,
     Bmp16Grays,
     Bmp256Grays,
+    TgaEncoding,
     TgaRle,
     TgaBottomUp,
     GifInterlace,
