@@ -38,6 +38,7 @@ public:
         return true;
     }
 
+    [[nodiscard]] const Rect& Limits() const { return m_limits; }
     [[nodiscard]] bool IsEmpty() const { return m_picture.dib.IsEmpty(); }
     [[nodiscard]] PlacedPicture& Picture() { return m_picture; }
     [[nodiscard]] const PlacedPicture& Picture() const { return m_picture; }

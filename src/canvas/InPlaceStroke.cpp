@@ -14,14 +14,22 @@ void CopyRows(const BitmapView& to, const ConstBitmapView& from)
 } // namespace
 
 CInPlaceStroke::CInPlaceStroke(Ref<CRasterImage> image)
-    : m_image(std::move(image)), m_old({0, 0, m_image->Width(), m_image->Height()})
+    : m_image(std::move(image)), m_block(m_image->Dib().Block().data()),
+      m_old({0, 0, m_image->Width(), m_image->Height()})
 {
+}
+
+bool CInPlaceStroke::IsIntact() const
+{
+    return m_image->Dib().Block().data() == m_block &&
+           m_old.Limits() == Rect{0, 0, m_image->Width(), m_image->Height()};
 }
 
 bool CInPlaceStroke::Prepare(const Rect& rect)
 {
-    return m_old.Include(
-        rect, [&](const BitmapView& room, const Rect& part) { CopyRows(room, Pixels().Part(part)); });
+    return IsIntact() && m_old.Include(rect, [&](const BitmapView& room, const Rect& part) {
+        CopyRows(room, Pixels().Part(part));
+    });
 }
 
 CPackedDib CInPlaceStroke::Original() const

@@ -23,8 +23,6 @@ void CLassoSelectionTool::Extend(const MouseInput& input)
 
 void CLassoSelectionTool::Finish(const MouseInput& input)
 {
-    if (m_path.back() != input.client)
-        m_path.push_back(input.client);
     std::ranges::transform(m_path, m_path.begin(),
                            [&](Point client) { return View().Geometry().ToDocument(client); });
     std::optional<CRegion> shape = CRegion::Polygon(m_path);

@@ -35,7 +35,8 @@ void CPencilTool::BeginStroke(MouseButton button)
 
 Rect CPencilTool::Reach() const
 {
-    return m_layer ? View().Document().Canvas().Rectangle() : Target()->Rectangle();
+    // The layer's limits stay as they were, whatever becomes of the canvas meanwhile.
+    return m_layer ? m_layer->Limits() : Target()->Rectangle();
 }
 
 void CPencilTool::ApplySegment(const CCoverageMask& mask)
@@ -94,7 +95,7 @@ void CPencilTool::JoinLayer()
     if (painted && painted->dib.IsEmpty())
         return;
     PlacedPicture joined;
-    if (painted)
+    if (painted && !object->image->Dib().IsEmpty())
         joined = JoinPictures(object->image->Dib(), {object->x, object->y}, *painted, JoinRule::Over);
     if (joined.dib.IsEmpty()) {
         View().InvalidateDocument(m_layer->Picture().Rectangle());

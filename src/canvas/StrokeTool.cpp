@@ -61,11 +61,12 @@ void CStrokeTool::Up(const MouseInput& input)
 {
     if (!m_target)
         return;
-    const Point point = EndPoint(input);
-    if (m_settings.beeline)
+    if (m_settings.beeline) {
         InvalidateLine();
-    if (m_settings.beeline || point != m_last || !m_hasMoved)
-        DrawSegment(m_last, point);
+        DrawSegment(m_last, EndPoint(input));
+    } else if (!m_hasMoved) {
+        DrawSegment(m_last, m_last);
+    }
     FinishStroke();
     m_target = nullptr;
 }

@@ -13,8 +13,9 @@ struct StrokeSettings {
 };
 
 /// What pencil and eraser share: the object to work on, and the segments between the pointer's positions,
-/// each rasterised and applied as it comes. A click without a move makes one dab. Shift turns a beeline to
-/// multiples of 15 degrees. The outline of the brush follows the pointer.
+/// each rasterised and applied as it comes. The release adds none, but to a beeline: a click without a move
+/// makes one dab where the button went down. Shift turns a beeline to multiples of 15 degrees. The outline of
+/// the brush follows the pointer.
 class CStrokeTool : public CTool {
 public:
     CStrokeTool(CPixoluneView& view, CursorShape cursor, Str noObject, Str noneSelected)

@@ -138,7 +138,8 @@ private:
         if (m_script == "-")
             return RunStream(m_surroundings.input, options);
         std::ifstream file(m_script);
-        if (!file) {
+        file.peek(); // a folder can be opened, but not read
+        if (!file.is_open() || file.bad()) {
             m_surroundings.errors << "cannot read " << m_script << std::endl;
             return kWrongUsage;
         }

@@ -63,6 +63,13 @@ TEST_F(SelectionToolTest, LassoSelectsTheInsideOfItsPath)
     Stroke({{2, 2}, {12, 2}, {12, 12}, {2, 12}});
     EXPECT_TRUE(view.Selection() == CRegion(Rect{2, 2, 12, 12}));
     EXPECT_EQ(UndoName(), "Undo Lasso Selection");
+    view.SetSelection(CRegion());
+    view.Press(At({2, 2}));
+    view.Move(At({12, 2}));
+    view.Move(At({12, 12}));
+    view.Release(At({2, 12}));
+    EXPECT_FALSE(view.Selection().Contains(Point{3, 11})) << "the path ends with the last move";
+    EXPECT_TRUE(view.Selection().Contains(Point{11, 3}));
 }
 
 TEST_F(SelectionToolTest, WandReadsTheFrameAndClearsOutsideIt)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/CanvasToolTest.h"
+#include "document/ObjectOperations.h"
 #include "platform/memory/HeapBlock.h"
 
 #include <cmath>
@@ -63,6 +64,11 @@ TEST_F(StrokeToolTest, PencilCoverageAccumulatesAtJoints)
     EXPECT_EQ(Alpha(10, 5), 200);
     Stroke({{7, 5}});
     EXPECT_EQ(Alpha(7, 5), 255 - 155 * 155 / 255) << "a new stroke goes over the old one";
+    view.Press(At({5, 9}));
+    view.Move(At({10, 9}));
+    view.Release(At({15, 9}));
+    EXPECT_EQ(Alpha(10, 9), 100);
+    EXPECT_EQ(Alpha(11, 9), 0) << "a release draws nothing more";
 }
 
 TEST_F(StrokeToolTest, PencilWithoutTransparentAreasKeepsAlpha)
@@ -203,6 +209,29 @@ TEST_F(StrokeToolTest, GivingUpOrLackOfMemoryPutsEverythingBack)
         }
     }
     EXPECT_EQ(Steps(), 0u);
+}
+
+TEST_F(StrokeToolTest, WhatChangesDuringAStrokeIsLeftAlone)
+{
+    test.Add(UniformDib(40, 30, 0xFF000000), 0, 0, true);
+    CRasterImage& image = *test.doc.Canvas().objects.Top()->image;
+    const CPackedDib other = RandomDib(70, 60, 4);
+    for (const ToolMode mode : {ToolMode::Pencil, ToolMode::Erase}) {
+        for (const int allowed : {1, 0}) {
+            test.settings.Set(Setting::AllowPaintTransparence, allowed);
+            image.Attach(UniformDib(40, 30, 0xFF000000));
+            ResizeCanvas(test.doc, {40, 30});
+            view.SetMode(mode);
+            view.Press(At({5, 5}));
+            view.Move(At({20, 20}));
+            ResizeCanvas(test.doc, {80, 80});
+            image.Attach(other.Duplicate());
+            view.Move(At({60, 50}));
+            view.Release(At({60, 50}));
+            EXPECT_EQ(SameBytes(image.Dib(), other), mode == ToolMode::Erase || allowed == 0);
+            EXPECT_EQ(image.PixelAt(50, 42), CRasterImage(other.Duplicate(), "").PixelAt(50, 42));
+        }
+    }
 }
 
 TEST_F(StrokeToolTest, UnfinishedStrokesShowAsTheyWillBecome)

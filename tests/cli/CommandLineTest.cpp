@@ -59,6 +59,7 @@ TEST(CommandLine, WrongUsageEndsWithTwo)
         {"run"},
         {"run", "-", "--fast"},
         {"run", "/nowhere/script"},
+        {"run", "/"},
         {"run", "a", "b"},
         {"info"},
         {"info", "--xml", "a"},
