@@ -19,7 +19,7 @@ CPixelSet FindEverywhere(const CPackedDib& dib, const PixelRange& range)
     if (set.IsEmpty())
         return set;
     ForRowBands(dib.Height(), BandRows(dib.Width(), kMatchedPerMicrosecond), [&](int begin, int end) {
-        for (int y = begin; y < end; ++y)
+        for (int y = end - 1; y >= begin; --y) // as the rows stand in memory
             MatchPixels(ViewOf(dib), y, 0, set.Row(y), range, {});
     });
     return set;

@@ -2,7 +2,6 @@
 #include "imageops/EmbossDib.h"
 
 #include "platform/parallel/PictureBands.h"
-#include "platform/parallel/RowBands.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,15 +11,35 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 #ifndef PIXOLUNE_RELIEF
 #define PIXOLUNE_RELIEF
 namespace {
 
+constexpr double kThird = 0.3333333333333333;
+constexpr int kThirdOf65536 = 21846; ///< times up to kMostThirds the quotient is exact
+constexpr int kMostThirds = 3 * 255 + 2;
+
 struct Relief {
     double weight = 0;
     double elevation = 0;
-    int columnStep = 0; ///< from a pixel to its neighbour: -1, 0 or 1
-    int rowStep = 0;    ///< the same, upward
+    int columnStep = 0;   ///< from a pixel to its neighbour: -1, 0 or 1
+    int rowStep = 0;      ///< the same, upward
+    bool isWhole = false; ///< whether whole numbers give the same heights
+
+    /// The height, clamped to a byte, where the sums of red, green and blue differ by `difference`.
+    [[nodiscard]] int HeightAt(int difference) const
+    {
+        const double height = difference * kThird * weight + elevation;
+        return static_cast<int>(std::clamp(height, 0.0, 255.0));
+    }
+    /// The same in whole numbers; a little less or more where the doubles round to either side of one.
+    [[nodiscard]] int WholeHeightAt(int difference) const
+    {
+        const int thirds = difference * static_cast<int>(weight) + 3 * static_cast<int>(elevation);
+        return std::clamp(thirds, 0, kMostThirds) * kThirdOf65536 >> 16;
+    }
 };
 
 } // namespace
@@ -30,13 +49,11 @@ HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
-
 /// The height of the relief where the sums of red, green and blue differ by `difference`.
 template <typename D>
 HWY_INLINE auto HeightOf(D doubles, const Relief& relief, hn::Vec<hn::Rebind<int32_t, D>> difference)
 {
-    const auto third = hn::Mul(hn::PromoteTo(doubles, difference), hn::Set(doubles, 0.3333333333333333));
+    const auto third = hn::Mul(hn::PromoteTo(doubles, difference), hn::Set(doubles, kThird));
     const auto slope = hn::Mul(third, hn::Set(doubles, relief.weight));
     return hn::DemoteTo(hn::Rebind<int32_t, D>(), hn::Add(slope, hn::Set(doubles, relief.elevation)));
 }
@@ -58,46 +75,86 @@ HWY_INLINE hn::Vec<D> HeightsOf([[maybe_unused]] D integers, const Relief& relie
     }
 }
 
+/// The level of every pixel in whole numbers, see Relief.
 template <typename D>
-HWY_INLINE void EmbossPixels(D words, const Relief& relief, const uint32_t* HWY_RESTRICT source,
-                             const uint32_t* HWY_RESTRICT neighbour, uint32_t* HWY_RESTRICT embossed)
+HWY_INLINE hn::Vec<D> WholeLevels(D words, const Relief& relief, hn::Vec<D> pixel, hn::Vec<D> neighbour)
+{
+#if HWY_TARGET == HWY_SCALAR
+    (void)pixel;
+    (void)neighbour;
+    (void)relief;
+    return hn::Zero(words);
+#else
+    const hn::RepartitionToNarrow<D> unsignedHalves;
+    const hn::RebindToSigned<decltype(unsignedHalves)> halves;
+    // Blue and green in the lower half, red in the upper one.
+    const auto partialSums = [&](auto colour) HWY_ATTR {
+        const auto blueAndRed = hn::And(colour, hn::Set(words, 0x00FF00FF));
+        return hn::Add(hn::BitCast(halves, blueAndRed),
+                       hn::BitCast(halves, hn::And(hn::ShiftRight<8>(colour), hn::Set(words, 0xFF))));
+    };
+    const auto partial = hn::Sub(partialSums(pixel), partialSums(neighbour));
+    const auto difference =
+        hn::Add(partial, hn::BitCast(halves, hn::ShiftRight<16>(hn::BitCast(words, partial))));
+    const auto thirds = hn::Add(hn::Mul(difference, hn::Set(halves, static_cast<int16_t>(relief.weight))),
+                                hn::Set(halves, static_cast<int16_t>(3 * relief.elevation)));
+    const auto clamped =
+        hn::Min(hn::Max(thirds, hn::Zero(halves)), hn::Set(halves, static_cast<int16_t>(kMostThirds)));
+    const auto level = hn::MulHigh(hn::BitCast(unsignedHalves, clamped),
+                                   hn::Set(unsignedHalves, static_cast<uint16_t>(kThirdOf65536)));
+    return hn::And(hn::BitCast(words, level), hn::Set(words, 0xFF));
+#endif
+}
+
+template <typename D>
+HWY_INLINE hn::Vec<D> Levels(D words, const Relief& relief, hn::Vec<D> pixel, hn::Vec<D> neighbour)
 {
     const hn::RebindToSigned<D> integers;
     const auto byteMask = hn::Set(words, 255);
-    const auto sumOf = [&](auto pixel) {
+    const auto sumOf = [&](auto colour) {
         const auto blueAndGreen =
-            hn::Add(hn::And(pixel, byteMask), hn::And(hn::ShiftRight<8>(pixel), byteMask));
-        return hn::Add(blueAndGreen, hn::And(hn::ShiftRight<16>(pixel), byteMask));
+            hn::Add(hn::And(colour, byteMask), hn::And(hn::ShiftRight<8>(colour), byteMask));
+        return hn::Add(blueAndGreen, hn::And(hn::ShiftRight<16>(colour), byteMask));
     };
-    const auto pixel = hn::LoadU(words, source);
-    const auto difference = hn::Sub(sumOf(pixel), sumOf(hn::LoadU(words, neighbour)));
+    const auto difference = hn::Sub(sumOf(pixel), sumOf(neighbour));
     const auto height = HeightsOf(integers, relief, hn::BitCast(integers, difference));
     const auto clamped = hn::Min(hn::Max(height, hn::Zero(integers)), hn::Set(integers, 255));
-    const auto level = hn::BitCast(words, clamped);
-    const auto colour = hn::Or(hn::Or(level, hn::ShiftLeft<8>(level)), hn::ShiftLeft<16>(level));
-    hn::StoreU(hn::Or(colour, hn::AndNot(hn::Set(words, 0xFFFFFF), pixel)), words, embossed);
+    return hn::BitCast(words, clamped);
+}
+
+template <typename D>
+HWY_INLINE hn::Vec<D> EmbossPixels(D words, const Relief& relief, hn::Vec<D> pixel, hn::Vec<D> neighbour)
+{
+    const auto level = relief.isWhole && HWY_TARGET != HWY_SCALAR
+                           ? WholeLevels(words, relief, pixel, neighbour)
+                           : Levels(words, relief, pixel, neighbour);
+    const auto gray = hn::Or(hn::Or(level, hn::ShiftLeft<8>(level)), hn::ShiftLeft<16>(level));
+    return hn::Or(gray, hn::AndNot(hn::Set(words, 0xFFFFFF), pixel));
 }
 
 void EmbossRow(const Relief& shared, const uint32_t* HWY_RESTRICT source,
-               const uint32_t* HWY_RESTRICT neighbours, size_t pixels, uint32_t* HWY_RESTRICT embossed)
+               const uint32_t* HWY_RESTRICT neighbours, const ResultRow& embossed)
 {
-    const hn::ScalableTag<uint32_t> words;
-    const hn::CappedTag<uint32_t, 1> single;
-    const size_t lanes = hn::Lanes(words);
     const Relief relief = shared; // of its own, which the stores below cannot change
     const ptrdiff_t step = relief.columnStep;
-    size_t x = 0;
-    if (step < 0) {
-        EmbossPixels(single, relief, source, neighbours, embossed);
-        x = 1;
+    const auto emboss = [&](auto words, size_t x, ptrdiff_t neighbour) HWY_ATTR {
+        return EmbossPixels(words, relief, hn::LoadU(words, source + x),
+                            hn::LoadU(words, neighbours + neighbour));
+    };
+    // The pixel at the edge is its own neighbour's column.
+    ResultRow inner = embossed;
+    const ptrdiff_t first = step < 0 ? 1 : 0;
+    if (step != 0) {
+        const size_t edge = step < 0 ? 0 : embossed.count - 1;
+        const hn::CappedTag<uint32_t, 1> single;
+        hn::StoreU(emboss(single, edge, static_cast<ptrdiff_t>(edge)), single, embossed.pixels + edge);
+        inner.pixels += first;
+        --inner.count;
     }
-    const size_t end = step > 0 ? pixels - 1 : pixels;
-    for (; x + lanes <= end; x += lanes)
-        EmbossPixels(words, relief, source + x, neighbours + x + step, embossed + x);
-    for (; x < end; ++x)
-        EmbossPixels(single, relief, source + x, neighbours + x + step, embossed + x);
-    if (step > 0)
-        EmbossPixels(single, relief, source + end, neighbours + end, embossed + end);
+    FillRow(hn::ScalableTag<uint32_t>(), inner, [&](auto words, size_t at) HWY_ATTR {
+        const ptrdiff_t x = static_cast<ptrdiff_t>(at) + first;
+        return emboss(words, static_cast<size_t>(x), x + step);
+    });
 }
 
 } // namespace HWY_NAMESPACE
@@ -144,6 +201,20 @@ void SetDirection(Relief& relief, int angle)
     }
 }
 
+/// Tries every difference that two pixels can have.
+bool IsWhole(const Relief& relief)
+{
+    constexpr int kMostDifference = 3 * 255;
+    // Beyond these the sums of whole numbers would leave their 16 bits; dialogs stay far within.
+    if (std::abs(relief.weight) > 20 || std::abs(relief.elevation) > 1000)
+        return false;
+    for (int difference = -kMostDifference; difference <= kMostDifference; ++difference) {
+        if (relief.HeightAt(difference) != relief.WholeHeightAt(difference))
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 CPackedDib EmbossDib(const CPackedDib& dib, int elevation, int weight, int angleDegrees)
@@ -152,16 +223,13 @@ CPackedDib EmbossDib(const CPackedDib& dib, int elevation, int weight, int angle
         return {};
     Relief relief{static_cast<double>(weight), static_cast<double>(elevation)};
     SetDirection(relief, (angleDegrees % 360 + 360) % 360);
+    relief.isWhole = IsWhole(relief);
     const auto embossRow = HWY_DYNAMIC_DISPATCH(EmbossRow);
-    const auto embossRows = [&](CPackedDib& embossed, int begin, int end) {
-        for (int y = begin; y < end && dib.Width() > 0; ++y) {
-            const int neighbour = std::clamp(y - relief.rowStep, 0, dib.Height() - 1);
-            embossRow(relief, PixelRow(dib, y), PixelRow(dib, neighbour), static_cast<size_t>(dib.Width()),
-                      PixelRow(embossed, y));
-        }
-        return true;
-    };
-    return MakePictureInBands(dib.Size(), BandRows(dib.Width(), kPixelsPerMicrosecond), embossRows);
+    return MapPictureRows(dib, kPixelsPerMicrosecond, [&](const uint32_t* source, const ResultRow& embossed) {
+        const int neighbour = std::clamp(embossed.y - relief.rowStep, 0, dib.Height() - 1);
+        if (embossed.count > 0)
+            embossRow(relief, source, PixelRow(dib, neighbour), embossed);
+    });
 }
 
 #endif

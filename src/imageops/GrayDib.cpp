@@ -8,22 +8,19 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
-
-/// `D` is double or, for the last pixels, a vector of one double.
-template <typename D>
-HWY_INLINE void GrayPixels(D doubles, const uint32_t* HWY_RESTRICT source, uint32_t* HWY_RESTRICT gray)
+template <typename D> HWY_INLINE hn::Vec<D> GrayPixels(D words, hn::Vec<D> pixel)
 {
-    const hn::Rebind<uint32_t, D> words;
+    const hn::Rebind<double, D> doubles;
     const hn::Rebind<int32_t, D> integers;
     const auto byteMask = hn::Set(words, 255);
     const auto asDouble = [&](auto byte) { return hn::PromoteTo(doubles, hn::BitCast(integers, byte)); };
 
-    const auto pixel = hn::LoadU(words, source);
     const auto blue = asDouble(hn::And(pixel, byteMask));
     const auto green = asDouble(hn::And(hn::ShiftRight<8>(pixel), byteMask));
     const auto red = asDouble(hn::And(hn::ShiftRight<16>(pixel), byteMask));
@@ -34,18 +31,14 @@ HWY_INLINE void GrayPixels(D doubles, const uint32_t* HWY_RESTRICT source, uint3
     const auto level = hn::BitCast(words, hn::DemoteTo(integers, sum));
     const auto twice = hn::Or(level, hn::ShiftLeft<8>(level));
     const auto colour = hn::Or(twice, hn::ShiftLeft<16>(level));
-    hn::StoreU(hn::Or(colour, hn::AndNot(hn::Set(words, 0xFFFFFF), pixel)), words, gray);
+    return hn::Or(colour, hn::AndNot(hn::Set(words, 0xFFFFFF), pixel));
 }
 
-void GrayRow(const uint32_t* HWY_RESTRICT source, uint32_t* HWY_RESTRICT gray, size_t pixels)
+void GrayRow(const uint32_t* HWY_RESTRICT source, const ResultRow& gray)
 {
-    const hn::ScalableTag<double> doubles;
-    const size_t lanes = hn::Lanes(doubles);
-    size_t x = 0;
-    for (; x + lanes <= pixels; x += lanes)
-        GrayPixels(doubles, source + x, gray + x);
-    for (; x < pixels; ++x)
-        GrayPixels(hn::CappedTag<double, 1>(), source + x, gray + x);
+    const hn::Rebind<uint32_t, hn::ScalableTag<double>> words;
+    FillRowFrom(source, words, gray,
+                [](auto pixels, auto tag, size_t) HWY_ATTR { return GrayPixels(tag, pixels); });
 }
 
 } // namespace HWY_NAMESPACE

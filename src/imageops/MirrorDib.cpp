@@ -2,30 +2,29 @@
 #include "imageops/MirrorDib.h"
 
 #include "platform/parallel/PictureBands.h"
-#include "platform/parallel/RowBands.h"
-
-#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "imageops/MirrorDib.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
-
-void ReverseRow(const uint32_t* HWY_RESTRICT source, uint32_t* HWY_RESTRICT reversed, size_t pixels)
+void ReverseRow(const uint32_t* HWY_RESTRICT source, const ResultRow& reversed)
 {
-    const hn::ScalableTag<uint32_t> words;
-    const size_t lanes = hn::Lanes(words);
-    size_t x = 0;
-    for (; x + lanes <= pixels; x += lanes)
-        hn::StoreU(hn::Reverse(words, hn::LoadU(words, source + pixels - lanes - x)), words, reversed + x);
-    for (; x < pixels; ++x)
-        reversed[x] = source[pixels - 1 - x];
+    const uint32_t* const end = source + reversed.count;
+    FillRow(hn::ScalableTag<uint32_t>(), reversed, [end](auto words, size_t x) HWY_ATTR {
+        return hn::Reverse(words, hn::LoadU(words, end - x - hn::Lanes(words)));
+    });
+}
+
+void CopyRow(const uint32_t* HWY_RESTRICT source, const ResultRow& copy)
+{
+    StorePixels(source, copy, 0, copy.count);
 }
 
 } // namespace HWY_NAMESPACE
@@ -36,6 +35,7 @@ HWY_AFTER_NAMESPACE();
 
 namespace {
 HWY_EXPORT(ReverseRow);
+HWY_EXPORT(CopyRow);
 constexpr int kPixelsPerMicrosecond = 2000;
 } // namespace
 
@@ -48,12 +48,10 @@ CPackedDib MirrorVertically(const CPackedDib& dib)
 {
     if (dib.IsEmpty())
         return {};
-    const auto copyRows = [&](CPackedDib& mirrored, int begin, int end) {
-        for (int y = begin; y < end; ++y)
-            std::memcpy(mirrored.Row(y), dib.Row(dib.Height() - 1 - y), dib.Stride());
-        return true;
-    };
-    return MakePictureInBands(dib.Size(), BandRows(dib.Width(), kPixelsPerMicrosecond), copyRows);
+    const auto copyRow = HWY_DYNAMIC_DISPATCH(CopyRow);
+    return MakePictureRows(dib.Size(), kPixelsPerMicrosecond, [&](const ResultRow& row) {
+        copyRow(PixelRow(dib, dib.Height() - 1 - row.y), row);
+    });
 }
 
 #endif

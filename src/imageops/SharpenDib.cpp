@@ -2,7 +2,6 @@
 #include "imageops/SharpenDib.h"
 
 #include "platform/parallel/PictureBands.h"
-#include "platform/parallel/RowBands.h"
 
 #include <algorithm>
 
@@ -10,6 +9,8 @@
 #define HWY_TARGET_INCLUDE "imageops/SharpenDib.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+
+#include "platform/parallel/FillRow-inl.h"
 
 #ifndef PIXOLUNE_SHARPEN_ROWS
 #define PIXOLUNE_SHARPEN_ROWS
@@ -31,8 +32,6 @@ constexpr size_t kTilePixels = 512;
 HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
-
-namespace hn = hwy::HWY_NAMESPACE;
 
 template <typename D>
 HWY_INLINE void SumColumns(D wide, const SharpenRows& rows, size_t at, uint16_t* HWY_RESTRICT sums)
@@ -57,12 +56,15 @@ HWY_INLINE void SharpenBytes(D wide, const uint8_t* HWY_RESTRICT here, const uin
     hn::StoreU(hn::DemoteTo(bytes, hn::Add(hn::BitCast(numbers, pixel), change)), bytes, sharp);
 }
 
-void SharpenRow(const SharpenRows& rows, size_t pixels, int amount, uint8_t* HWY_RESTRICT sharp)
+void SharpenRow(const SharpenRows& rows, int amount, const ResultRow& sharp)
 {
     const hn::ScalableTag<uint16_t> wide;
     const hn::CappedTag<uint16_t, 1> single;
     const size_t lanes = hn::Lanes(wide);
     HWY_ALIGN uint16_t sums[(kTilePixels + 2) * 4];
+    HWY_ALIGN uint32_t tile[kTilePixels];
+    auto* const tileBytes = reinterpret_cast<uint8_t*>(tile);
+    const size_t pixels = sharp.count;
     for (size_t first = 0; first < pixels; first += kTilePixels) {
         const size_t last = std::min(first + kTilePixels, pixels);
         // The sums of the tile's columns and of one more on either side.
@@ -82,9 +84,10 @@ void SharpenRow(const SharpenRows& rows, size_t pixels, int amount, uint8_t* HWY
         const size_t bytes = (last - first) * 4;
         const uint8_t* const here = rows.here + first * 4;
         for (at = 0; at + lanes <= bytes; at += lanes)
-            SharpenBytes(wide, here + at, sums + at, amount, sharp + first * 4 + at);
+            SharpenBytes(wide, here + at, sums + at, amount, tileBytes + at);
         for (; at < bytes; ++at)
-            SharpenBytes(single, here + at, sums + at, amount, sharp + first * 4 + at);
+            SharpenBytes(single, here + at, sums + at, amount, tileBytes + at);
+        StorePixels(tile, sharp, first, last - first);
     }
 }
 
@@ -107,15 +110,11 @@ CPackedDib SharpenDib(const CPackedDib& dib, int sharpness)
     if (amount == 0)
         return dib.Duplicate();
     const auto sharpenRow = HWY_DYNAMIC_DISPATCH(SharpenRow);
-    const auto sharpenRows = [&](CPackedDib& sharp, int begin, int end) {
-        for (int y = begin; y < end; ++y) {
-            const SharpenRows rows{dib.Row(std::max(y - 1, 0)), dib.Row(y),
-                                   dib.Row(std::min(y + 1, dib.Height() - 1))};
-            sharpenRow(rows, static_cast<size_t>(dib.Width()), amount, sharp.Row(y));
-        }
-        return true;
-    };
-    return MakePictureInBands(dib.Size(), BandRows(dib.Width(), kPixelsPerMicrosecond), sharpenRows);
+    return MakePictureRows(dib.Size(), kPixelsPerMicrosecond, [&](const ResultRow& sharp) {
+        const SharpenRows rows{dib.Row(std::max(sharp.y - 1, 0)), dib.Row(sharp.y),
+                               dib.Row(std::min(sharp.y + 1, dib.Height() - 1))};
+        sharpenRow(rows, amount, sharp);
+    });
 }
 
 #endif

@@ -2,7 +2,6 @@
 #include "imageops/SunspotDib.h"
 
 #include "platform/parallel/PictureBands.h"
-#include "platform/parallel/RowBands.h"
 
 #include <algorithm>
 
@@ -10,6 +9,8 @@
 #define HWY_TARGET_INCLUDE "imageops/SunspotDib.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+
+#include "platform/parallel/FillRow-inl.h"
 
 #ifndef PIXOLUNE_SPOT
 #define PIXOLUNE_SPOT
@@ -30,13 +31,10 @@ HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
-
 template <typename D>
-HWY_INLINE void LightenPixels(D doubles, const Spot& spot, double rowSquare, size_t x,
-                              const uint32_t* HWY_RESTRICT source, uint32_t* HWY_RESTRICT result)
+HWY_INLINE hn::Vec<D> LightenPixels(D words, const Spot& spot, double rowSquare, size_t x, hn::Vec<D> pixel)
 {
-    const hn::Rebind<uint32_t, D> words;
+    const hn::Rebind<double, D> doubles;
     const hn::Rebind<int32_t, D> integers;
     const auto distance = hn::Sub(
         hn::PromoteTo(doubles, hn::Add(hn::Iota(integers, 0), hn::Set(integers, static_cast<int32_t>(x)))),
@@ -45,7 +43,6 @@ HWY_INLINE void LightenPixels(D doubles, const Spot& spot, double rowSquare, siz
     const auto share = hn::Sub(hn::Set(doubles, 1.0), hn::Div(square, hn::Set(doubles, spot.farthestSquare)));
     const auto delta =
         hn::BitCast(words, hn::DemoteTo(integers, hn::Mul(share, hn::Set(doubles, spot.brightness))));
-    const auto pixel = hn::LoadU(words, source + x);
     const auto byteMask = hn::Set(words, 255);
     const auto lightened = [&](auto channel) {
         return hn::Min(hn::Add(hn::And(channel, byteMask), delta), byteMask);
@@ -54,22 +51,18 @@ HWY_INLINE void LightenPixels(D doubles, const Spot& spot, double rowSquare, siz
     const auto green = hn::ShiftLeft<8>(lightened(hn::ShiftRight<8>(pixel)));
     const auto red = hn::ShiftLeft<16>(lightened(hn::ShiftRight<16>(pixel)));
     const auto alpha = hn::AndNot(hn::Set(words, 0xFFFFFF), pixel);
-    hn::StoreU(hn::Or(hn::Or(blue, green), hn::Or(red, alpha)), words, result + x);
+    return hn::Or(hn::Or(blue, green), hn::Or(red, alpha));
 }
 
-void LightenRow(const Spot& shared, int y, const uint32_t* HWY_RESTRICT source, size_t pixels,
-                uint32_t* HWY_RESTRICT lightened)
+void LightenRow(const Spot& shared, const uint32_t* HWY_RESTRICT source, const ResultRow& lightened)
 {
-    const hn::ScalableTag<double> doubles;
-    const size_t lanes = hn::Lanes(doubles);
+    const hn::Rebind<uint32_t, hn::ScalableTag<double>> words;
     const Spot spot = shared; // of its own, which the stores below cannot change
-    const double rowDistance = y - spot.row;
+    const double rowDistance = lightened.y - spot.row;
     const double rowSquare = rowDistance * rowDistance;
-    size_t x = 0;
-    for (; x + lanes <= pixels; x += lanes)
-        LightenPixels(doubles, spot, rowSquare, x, source, lightened);
-    for (; x < pixels; ++x)
-        LightenPixels(hn::CappedTag<double, 1>(), spot, rowSquare, x, source, lightened);
+    FillRowFrom(source, words, lightened, [&](auto pixels, auto tag, size_t x) HWY_ATTR {
+        return LightenPixels(tag, spot, rowSquare, x, pixels);
+    });
 }
 
 } // namespace HWY_NAMESPACE
@@ -108,12 +101,9 @@ CPackedDib SunspotDib(const CPackedDib& dib, int horizontalPos, int verticalPos,
         return {};
     const Spot spot = SpotOn(dib.Size(), horizontalPos, verticalPos, brightness);
     const auto lightenRow = HWY_DYNAMIC_DISPATCH(LightenRow);
-    const auto lightenRows = [&](CPackedDib& lightened, int begin, int end) {
-        for (int y = begin; y < end; ++y)
-            lightenRow(spot, y, PixelRow(dib, y), static_cast<size_t>(dib.Width()), PixelRow(lightened, y));
-        return true;
-    };
-    return MakePictureInBands(dib.Size(), BandRows(dib.Width(), kPixelsPerMicrosecond), lightenRows);
+    return MapPictureRows(
+        dib, kPixelsPerMicrosecond,
+        [&](const uint32_t* source, const ResultRow& lightened) { lightenRow(spot, source, lightened); });
 }
 
 #endif

@@ -6,9 +6,9 @@
 #include <functional>
 
 /// Sizes at which kernels take different paths: single pixels, rows and columns, widths around the length
-/// of a vector, and pictures that are split over the processors.
+/// of a vector, and pictures that are split over the processors and stored past the caches.
 inline constexpr Size kKernelSizes[] = {{1, 1}, {1, 9},  {9, 1},   {2, 2},
-                                        {3, 5}, {17, 8}, {33, 31}, {500, 803}};
+                                        {3, 5}, {17, 8}, {33, 31}, {701, 803}};
 
 using Kernel = std::function<CPackedDib(const CPackedDib&)>;
 

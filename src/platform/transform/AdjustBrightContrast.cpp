@@ -11,19 +11,16 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
-
-template <typename D>
-HWY_INLINE void SpreadPixels(D floats, float gain, float shift, const uint32_t* HWY_RESTRICT source,
-                             uint32_t* HWY_RESTRICT result)
+template <typename D> HWY_INLINE hn::Vec<D> SpreadPixels(D words, float gain, float shift, hn::Vec<D> pixel)
 {
-    const hn::Rebind<uint32_t, D> words;
+    const hn::Rebind<float, D> floats;
     const hn::Rebind<int32_t, D> integers;
-    const auto pixel = hn::LoadU(words, source);
     const auto spread = [&](auto shifted) {
         const auto level = hn::BitCast(integers, hn::And(shifted, hn::Set(words, 255)));
         const auto offMiddle = hn::Sub(hn::ConvertTo(floats, level), hn::Set(floats, 127.5f));
@@ -35,19 +32,14 @@ HWY_INLINE void SpreadPixels(D floats, float gain, float shift, const uint32_t* 
     const auto green = hn::ShiftLeft<8>(spread(hn::ShiftRight<8>(pixel)));
     const auto red = hn::ShiftLeft<16>(spread(hn::ShiftRight<16>(pixel)));
     const auto alpha = hn::AndNot(hn::Set(words, 0xFFFFFF), pixel);
-    hn::StoreU(hn::Or(hn::Or(blue, green), hn::Or(red, alpha)), words, result);
+    return hn::Or(hn::Or(blue, green), hn::Or(red, alpha));
 }
 
-void SpreadRow(float gain, float shift, const uint32_t* HWY_RESTRICT source, uint32_t* HWY_RESTRICT result,
-               size_t pixels)
+void SpreadRow(float gain, float shift, const uint32_t* HWY_RESTRICT source, const ResultRow& spread)
 {
-    const hn::ScalableTag<float> floats;
-    const size_t lanes = hn::Lanes(floats);
-    size_t x = 0;
-    for (; x + lanes <= pixels; x += lanes)
-        SpreadPixels(floats, gain, shift, source + x, result + x);
-    for (; x < pixels; ++x)
-        SpreadPixels(hn::CappedTag<float, 1>(), gain, shift, source + x, result + x);
+    FillRowFrom(source, hn::ScalableTag<uint32_t>(), spread, [=](auto pixels, auto words, size_t) HWY_ATTR {
+        return SpreadPixels(words, gain, shift, pixels);
+    });
 }
 
 } // namespace HWY_NAMESPACE
@@ -79,10 +71,10 @@ CPackedDib AdjustDIBBrightAndConstract(const CPackedDib& dib, int brightness, in
     const float gain = GainOf(std::clamp(contrast, -kMaxContrast, kMaxContrast));
     const float shift = 127.5f + static_cast<float>(std::clamp(brightness, -255, 255));
     const auto spreadRow = HWY_DYNAMIC_DISPATCH(SpreadRow);
-    CPackedDib adjusted = MapPictureRows(dib, kPixelsPerMicrosecond,
-                                         [&](const uint32_t* source, uint32_t* result, size_t pixels) {
-                                             spreadRow(gain, shift, source, result, pixels);
-                                         });
+    CPackedDib adjusted =
+        MapPictureRows(dib, kPixelsPerMicrosecond, [&](const uint32_t* source, const ResultRow& spread) {
+            spreadRow(gain, shift, source, spread);
+        });
     if (progress != nullptr)
         progress->SetPosition(100);
     return adjusted;

@@ -11,6 +11,8 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 #ifndef PIXOLUNE_HSL_CHANGE
 #define PIXOLUNE_HSL_CHANGE
 namespace {
@@ -34,18 +36,13 @@ HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
-
-template <typename D>
-HWY_INLINE void ChangePixels(D floats, const HslChange& change, const uint32_t* HWY_RESTRICT source,
-                             uint32_t* HWY_RESTRICT result)
+template <typename D> HWY_INLINE hn::Vec<D> ChangePixels(D words, const HslChange& change, hn::Vec<D> pixel)
 {
-    const hn::Rebind<uint32_t, D> words;
+    const hn::Rebind<float, D> floats;
     const hn::Rebind<int32_t, D> integers;
     const auto set = [&](float value) { return hn::Set(floats, value); };
     const auto zero = hn::Zero(floats);
     const auto one = set(1);
-    const auto pixel = hn::LoadU(words, source);
     const auto channel = [&](auto shifted) {
         return hn::ConvertTo(floats, hn::BitCast(integers, hn::And(shifted, hn::Set(words, 255))));
     };
@@ -92,19 +89,15 @@ HWY_INLINE void ChangePixels(D floats, const HslChange& change, const uint32_t* 
     const auto newGreen = level(hn::Sub(set(2), hn::Abs(hn::Sub(hue, set(2)))));
     const auto newBlue = level(hn::Sub(set(2), hn::Abs(hn::Sub(hue, set(4)))));
     const auto colour = hn::Or(hn::Or(newBlue, hn::ShiftLeft<8>(newGreen)), hn::ShiftLeft<16>(newRed));
-    hn::StoreU(hn::Or(colour, hn::AndNot(hn::Set(words, 0xFFFFFF), pixel)), words, result);
+    return hn::Or(colour, hn::AndNot(hn::Set(words, 0xFFFFFF), pixel));
 }
 
-void ChangeRow(const HslChange& change, const uint32_t* HWY_RESTRICT source, uint32_t* HWY_RESTRICT result,
-               size_t pixels)
+void ChangeRow(const HslChange& shared, const uint32_t* HWY_RESTRICT source, const ResultRow& changed)
 {
-    const hn::ScalableTag<float> floats;
-    const size_t lanes = hn::Lanes(floats);
-    size_t x = 0;
-    for (; x + lanes <= pixels; x += lanes)
-        ChangePixels(floats, change, source + x, result + x);
-    for (; x < pixels; ++x)
-        ChangePixels(hn::CappedTag<float, 1>(), change, source + x, result + x);
+    const HslChange change = shared; // of its own, which the stores below cannot change
+    FillRowFrom(source, hn::ScalableTag<uint32_t>(), changed, [&](auto pixels, auto words, size_t) HWY_ATTR {
+        return ChangePixels(words, change, pixels);
+    });
 }
 
 } // namespace HWY_NAMESPACE
@@ -132,10 +125,10 @@ CPackedDib AdjustDIBHSL(const CPackedDib& dib, int hue, int saturation, int ligh
     const int degrees = (hue % 360 + 360) % 360;
     const HslChange change{static_cast<float>(degrees) / 60, DrawOf(saturation, 1), DrawOf(lightness, 510)};
     const auto changeRow = HWY_DYNAMIC_DISPATCH(ChangeRow);
-    CPackedDib adjusted = MapPictureRows(dib, kPixelsPerMicrosecond,
-                                         [&](const uint32_t* source, uint32_t* result, size_t pixels) {
-                                             changeRow(change, source, result, pixels);
-                                         });
+    CPackedDib adjusted =
+        MapPictureRows(dib, kPixelsPerMicrosecond, [&](const uint32_t* source, const ResultRow& changed) {
+            changeRow(change, source, changed);
+        });
     if (progress != nullptr)
         progress->SetPosition(100);
     return adjusted;

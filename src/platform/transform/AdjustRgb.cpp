@@ -11,15 +11,28 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 #ifndef PIXOLUNE_CHANNEL_STEPS
 #define PIXOLUNE_CHANNEL_STEPS
 namespace {
 
-/// What is added to and then taken from the bytes of four pixels; one of both is 0.
+/// What is added to and then taken from the bytes of a pixel; one of both is 0.
 struct ChannelSteps {
-    alignas(16) uint8_t raise[16] = {};
-    alignas(16) uint8_t lower[16] = {};
+    uint32_t raise = 0;
+    uint32_t lower = 0;
 };
+
+[[maybe_unused]] uint32_t StepPixel(const ChannelSteps& steps, uint32_t pixel)
+{
+    uint32_t result = 0;
+    for (int shift = 0; shift < 32; shift += 8) {
+        const auto byteOf = [shift](uint32_t word) { return static_cast<int>(word >> shift & 255); };
+        const int sum = byteOf(pixel) + byteOf(steps.raise) - byteOf(steps.lower);
+        result |= static_cast<uint32_t>(std::clamp(sum, 0, 255)) << shift;
+    }
+    return result;
+}
 
 } // namespace
 #endif
@@ -28,25 +41,21 @@ HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
-
-void StepRow(const ChannelSteps& steps, const uint8_t* HWY_RESTRICT source, uint8_t* HWY_RESTRICT result,
-             size_t count)
+void StepRow(const ChannelSteps& steps, const uint32_t* HWY_RESTRICT source, const ResultRow& stepped)
 {
-    size_t at = 0;
-#if HWY_TARGET != HWY_SCALAR
-    const hn::ScalableTag<uint8_t> bytes;
-    const auto raise = hn::LoadDup128(bytes, steps.raise);
-    const auto lower = hn::LoadDup128(bytes, steps.lower);
-    for (; at + hn::Lanes(bytes) <= count; at += hn::Lanes(bytes)) {
-        const auto raised = hn::SaturatedAdd(hn::LoadU(bytes, source + at), raise);
-        hn::StoreU(hn::SaturatedSub(raised, lower), bytes, result + at);
-    }
+#if HWY_TARGET == HWY_SCALAR
+    for (size_t x = 0; x < stepped.count; ++x)
+        stepped.pixels[x] = StepPixel(steps, source[x]);
+#else
+    const uint32_t raise = steps.raise;
+    const uint32_t lower = steps.lower;
+    FillRowFrom(source, hn::ScalableTag<uint32_t>(), stepped, [&](auto pixels, auto words, size_t) HWY_ATTR {
+        const hn::Repartition<uint8_t, decltype(words)> bytes;
+        const auto raised =
+            hn::SaturatedAdd(hn::BitCast(bytes, pixels), hn::BitCast(bytes, hn::Set(words, raise)));
+        return hn::BitCast(words, hn::SaturatedSub(raised, hn::BitCast(bytes, hn::Set(words, lower))));
+    });
 #endif
-    for (; at < count; ++at) {
-        const int sum = source[at] + steps.raise[at % 4] - steps.lower[at % 4];
-        result[at] = static_cast<uint8_t>(std::clamp(sum, 0, 255));
-    }
 }
 
 } // namespace HWY_NAMESPACE
@@ -64,17 +73,17 @@ CPackedDib AdjustDIBRGB(const CPackedDib& dib, int red, int green, int blue, IPr
                         int /*flag*/)
 {
     ChannelSteps steps;
-    const int values[] = {blue, green, red, 0};
-    for (size_t at = 0; at < 16; ++at) {
-        steps.raise[at] = static_cast<uint8_t>(std::clamp(values[at % 4], 0, 255));
-        steps.lower[at] = static_cast<uint8_t>(std::clamp(-values[at % 4], 0, 255));
+    int shift = 0;
+    for (const int value : {blue, green, red}) {
+        steps.raise |= static_cast<uint32_t>(std::clamp(value, 0, 255)) << shift;
+        steps.lower |= static_cast<uint32_t>(std::clamp(-value, 0, 255)) << shift;
+        shift += 8;
     }
     const auto stepRow = HWY_DYNAMIC_DISPATCH(StepRow);
-    CPackedDib adjusted = MapPictureRows(dib, kPixelsPerMicrosecond,
-                                         [&](const uint32_t* source, uint32_t* result, size_t pixels) {
-                                             stepRow(steps, reinterpret_cast<const uint8_t*>(source),
-                                                     reinterpret_cast<uint8_t*>(result), pixels * 4);
-                                         });
+    CPackedDib adjusted =
+        MapPictureRows(dib, kPixelsPerMicrosecond, [&](const uint32_t* source, const ResultRow& stepped) {
+            stepRow(steps, source, stepped);
+        });
     if (progress != nullptr)
         progress->SetPosition(100);
     return adjusted;

@@ -2,18 +2,22 @@
 #include "platform/transform/HalvePicture.h"
 
 #include "platform/parallel/PictureBands.h"
-#include "platform/parallel/RowBands.h"
+
+#include <algorithm>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/transform/HalvePicture.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
+/// Pixels that are made aside before they are stored.
+constexpr size_t kTilePixels = 256;
 
 /// One pixel from two of each row.
 void HalvePixel(const uint8_t* upper, const uint8_t* lower, uint8_t* half)
@@ -110,10 +114,18 @@ size_t HalveVectors(const uint8_t* /*upper*/, const uint8_t* /*lower*/, size_t /
 
 #endif
 
-void HalveRow(const uint8_t* upper, const uint8_t* lower, size_t pixels, uint8_t* half)
+void HalveRow(const uint8_t* upper, const uint8_t* lower, const ResultRow& half)
 {
-    for (size_t x = HalveVectors(upper, lower, pixels, half); x < pixels; ++x)
-        HalvePixel(upper + x * 8, lower + x * 8, half + x * 4);
+    HWY_ALIGN uint32_t tile[kTilePixels];
+    auto* const bytes = reinterpret_cast<uint8_t*>(tile);
+    for (size_t first = 0; first < half.count; first += kTilePixels) {
+        const size_t pixels = std::min(kTilePixels, half.count - first);
+        for (size_t x = HalveVectors(upper, lower, pixels, bytes); x < pixels; ++x)
+            HalvePixel(upper + x * 8, lower + x * 8, bytes + x * 4);
+        StorePixels(tile, half, first, pixels);
+        upper += kTilePixels * 8;
+        lower += kTilePixels * 8;
+    }
 }
 
 } // namespace HWY_NAMESPACE
@@ -131,12 +143,9 @@ CPackedDib HalvePicture(const CPackedDib& dib)
 {
     const Size size{dib.Width() / 2, dib.Height() / 2};
     const auto halveRow = HWY_DYNAMIC_DISPATCH(HalveRow);
-    const auto halveRows = [&](CPackedDib& halved, int begin, int end) {
-        for (int y = begin; y < end; ++y)
-            halveRow(dib.Row(2 * y), dib.Row(2 * y + 1), static_cast<size_t>(size.width), halved.Row(y));
-        return true;
-    };
-    return MakePictureInBands(size, BandRows(size.width, kPixelsPerMicrosecond), halveRows);
+    return MakePictureRows(size, kPixelsPerMicrosecond, [&](const ResultRow& half) {
+        halveRow(dib.Row(2 * half.y), dib.Row(2 * half.y + 1), half);
+    });
 }
 
 #endif

@@ -15,6 +15,8 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "platform/parallel/FillRow-inl.h"
+
 #ifndef PIXOLUNE_SCALE
 #define PIXOLUNE_SCALE
 namespace {
@@ -43,7 +45,6 @@ HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
 // Blue, green, red and alpha of a pixel lie in one 128-bit block.
 using Pixels = hn::ScalableTag<float>;
 using Pixel = hn::CappedTag<float, 4>;
@@ -72,18 +73,24 @@ HWY_INLINE void SumColumns(D floats, const SourceRows& rows, size_t at, float* H
     hn::StoreU(sum, floats, sums + at);
 }
 
-template <typename D> HWY_INLINE void StorePixels(D floats, const float* HWY_RESTRICT sums, uint8_t* to)
+/// The pixels whose sums begin at `sums`.
+template <typename D> HWY_INLINE hn::Vec<D> PixelsOf(D words, const float* HWY_RESTRICT sums)
 {
-    const hn::Rebind<uint8_t, D> bytes;
+    const hn::Rebind<float, D> floats;
     const hn::Rebind<int32_t, D> integers;
-    const auto sum = hn::LoadU(floats, sums);
-    const auto alpha = hn::Broadcast<3>(sum);
-    const auto value =
-        hn::IfThenElse(AlphaLanes(floats), sum, hn::Mul(sum, hn::Div(hn::Set(floats, 1.0f), alpha)));
-    const auto clamped = hn::Min(hn::Max(value, hn::Zero(floats)), hn::Set(floats, 255.0f));
-    const auto seen = hn::IfThenElseZero(hn::Ge(alpha, hn::Set(floats, kLeastAlpha)),
-                                         hn::Add(clamped, hn::Set(floats, 0.5f)));
-    hn::StoreU(hn::DemoteTo(bytes, hn::ConvertTo(integers, seen)), bytes, to);
+    hn::Vec<decltype(floats)> blue, green, red, alpha;
+    hn::LoadInterleaved4(floats, sums, blue, green, red, alpha);
+    const auto inverse = hn::Div(hn::Set(floats, 1.0f), alpha);
+    const auto levelOf = [&](auto value) HWY_ATTR {
+        const auto clamped = hn::Min(hn::Max(value, hn::Zero(floats)), hn::Set(floats, 255.0f));
+        return hn::BitCast(words, hn::ConvertTo(integers, hn::Add(clamped, hn::Set(floats, 0.5f))));
+    };
+    const auto blueAndGreen =
+        hn::Or(levelOf(hn::Mul(blue, inverse)), hn::ShiftLeft<8>(levelOf(hn::Mul(green, inverse))));
+    const auto redAndAlpha =
+        hn::Or(hn::ShiftLeft<16>(levelOf(hn::Mul(red, inverse))), hn::ShiftLeft<24>(levelOf(alpha)));
+    const auto isSeen = hn::Ge(alpha, hn::Set(floats, kLeastAlpha));
+    return hn::IfThenElseZero(hn::RebindMask(words, isSeen), hn::Or(blueAndGreen, redAndAlpha));
 }
 
 /// The sum along the row that makes one pixel, as `to`.
@@ -115,13 +122,16 @@ HWY_INLINE void SumColumns(Pixel /*floats*/, const SourceRows& rows, size_t at, 
     }
 }
 
-HWY_INLINE void StorePixels(Pixel /*floats*/, const float* HWY_RESTRICT sums, uint8_t* to)
+template <typename D> HWY_INLINE hn::Vec<D> PixelsOf(D words, const float* HWY_RESTRICT sums)
 {
-    for (size_t channel = 0; channel < kChannels; ++channel) {
+    if (!(sums[3] >= kLeastAlpha))
+        return hn::Zero(words);
+    uint32_t pixel = 0;
+    for (size_t channel = kChannels; channel-- > 0;) {
         const float value = channel == 3 ? sums[3] : sums[channel] * (1 / sums[3]);
-        const bool isSeen = sums[3] >= kLeastAlpha;
-        to[channel] = isSeen ? static_cast<uint8_t>(std::clamp(value, 0.0f, 255.0f) + 0.5f) : uint8_t{0};
+        pixel = pixel << 8 | static_cast<uint8_t>(std::clamp(value, 0.0f, 255.0f) + 0.5f);
     }
+    return hn::Set(words, pixel);
 }
 
 HWY_INLINE void SumPixel(const float* HWY_RESTRICT from, const float* HWY_RESTRICT weights, size_t count,
@@ -149,11 +159,10 @@ template <size_t kCount> void SumAlongRow(const ScaleJob& job, size_t width)
         SumPixel(sums + ptrdiff_t{firsts[x]} * 4, weights, count, scaled + x * 4);
 }
 
-/// Makes row y of the result.
-void ScaleRow(const ScaleJob& job, int y, size_t width, uint8_t* to)
+void ScaleRow(const ScaleJob& job, const ResultRow& result)
 {
     const size_t sourceValues = static_cast<size_t>(job.source.Width()) * 4;
-    const Tap tap = job.rows.At(y).Trimmed();
+    const Tap tap = job.rows.At(result.y).Trimmed();
     const SourceRows rows{job.source.Row(tap.first), -static_cast<ptrdiff_t>(job.source.Stride()),
                           tap.weights};
     float* const sums = job.sums;
@@ -163,14 +172,11 @@ void ScaleRow(const ScaleJob& job, int y, size_t width, uint8_t* to)
     for (; at < sourceValues; at += 4)
         SumColumns(Pixel(), rows, at, sums);
     if (job.columns.Count() == 4)
-        SumAlongRow<4>(job, width);
+        SumAlongRow<4>(job, result.count);
     else
-        SumAlongRow<0>(job, width);
-    at = 0;
-    for (const size_t lanes = hn::Lanes(Pixels()); lanes > 4 && at + lanes <= width * 4; at += lanes)
-        StorePixels(Pixels(), job.scaled + at, to + at);
-    for (; at < width * 4; at += 4)
-        StorePixels(Pixel(), job.scaled + at, to + at);
+        SumAlongRow<0>(job, result.count);
+    FillRow(hn::ScalableTag<uint32_t>(), result,
+            [&](auto words, size_t x) HWY_ATTR { return PixelsOf(words, job.scaled + x * 4); });
 }
 
 } // namespace HWY_NAMESPACE
@@ -199,8 +205,8 @@ CPackedDib ScaleByTaps(const CPackedDib& dib, Size size)
             return false;
         auto* sums = reinterpret_cast<float*>(block.Data());
         const ScaleJob job{dib, columns, rows, sums, sums + sourceValues};
-        for (int y = begin; y < end; ++y)
-            scaleRow(job, y, static_cast<size_t>(size.width), scaled.Row(y));
+        for (int y = end - 1; y >= begin; --y)
+            scaleRow(job, {y, PixelRow(scaled, y), static_cast<size_t>(size.width), StoresFor(size)});
         return true;
     };
     const int64_t rowsRead = std::max<int64_t>(1, dib.Height() / size.height);
