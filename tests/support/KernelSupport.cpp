@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/KernelSupport.h"
 
-#include <hwy/targets.h>
+#include "support/VectorTargets.h"
 
 void ExpectEverywhere(const Kernel& kernel, const CPackedDib& picture, const CPackedDib& expected)
 {
-    for (const int64_t target : hwy::SupportedAndGeneratedTargets()) {
-        SCOPED_TRACE(hwy::TargetName(target));
-        hwy::SetSupportedTargetsForTest(target);
-        hwy::GetChosenTarget().Update(target);
-        EXPECT_TRUE(SameBytes(kernel(picture), expected));
-    }
-    hwy::SetSupportedTargetsForTest(0);
-    hwy::GetChosenTarget().DeInit();
+    ForEachVectorTarget([&] { EXPECT_TRUE(SameBytes(kernel(picture), expected)); });
 }
 
 void ExpectSameResults(const Kernel& fast, const Kernel& reference)
