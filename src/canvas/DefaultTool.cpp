@@ -50,6 +50,7 @@ void CDefaultTool::Move(const MouseInput& input)
         m_state = BeginMove(document) ? State::Moving : State::Idle;
         if (m_state == State::Idle)
             return;
+        m_recorded = document.History().PeekUndo();
     }
     const Point point = View().Geometry().ToDocument(input.client);
     const Point delta{AddClamped(point.x, -m_last.x), AddClamped(point.y, -m_last.y)};
@@ -69,8 +70,9 @@ void CDefaultTool::Up(const MouseInput& /*input*/)
 
 void CDefaultTool::Cancel()
 {
-    if (m_state == State::Moving) {
-        CPixoluneDoc& document = View().Document();
+    CPixoluneDoc& document = View().Document();
+    // What was recorded since stands on the move, which then stays.
+    if (m_state == State::Moving && document.History().PeekUndo() == m_recorded) {
         MoveSelected(document, -m_total.x, -m_total.y);
         document.WithdrawNewest();
         document.SetModified(m_wasModified);

@@ -3,6 +3,8 @@
 
 #include "canvas/Tool.h"
 
+class CEditCommand;
+
 /// Selects and moves objects.
 class CDefaultTool final : public CTool {
 public:
@@ -25,4 +27,5 @@ private:
     Point m_last;
     Point m_total;
     bool m_wasModified = false;
+    const CEditCommand* m_recorded = nullptr; ///< the move under way; compared only
 };

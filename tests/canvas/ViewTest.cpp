@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/PixoluneView.h"
+#include "document/ObjectOperations.h"
 #include "support/TestDocument.h"
 
 namespace {
@@ -129,6 +130,13 @@ TEST_F(DefaultToolTest, DraggingMovesUnderOneNameAndEscapeGivesItUp)
     EXPECT_EQ((Point{upper->x, upper->y}), (Point{5, 5}));
     EXPECT_FALSE(test.doc.History().UndoItem().enabled);
     EXPECT_FALSE(test.doc.IsModified());
+
+    view.Press(At(7, 7));
+    view.Move(At(20, 20));
+    NewObject(test.doc);
+    EXPECT_TRUE(view.CancelDrag());
+    EXPECT_EQ(test.doc.History().UndoItem().text, "Undo new object") << "what came meanwhile stays";
+    EXPECT_EQ((Point{upper->x, upper->y}), (Point{18, 18}));
 }
 
 TEST_F(DefaultToolTest, LockedObjectsStayAndSaySoOnce)
