@@ -151,11 +151,12 @@ void CPixoluneView::Release(const MouseInput& input)
     TellToolState();
 }
 
-void CPixoluneView::DoubleClick(const MouseInput& input)
+bool CPixoluneView::DoubleClick(const MouseInput& input)
 {
     FollowPointer(input.client);
-    CurrentTool().DoubleClick(input);
+    const bool isUsed = CurrentTool().DoubleClick(input);
     TellToolState();
+    return isUsed;
 }
 
 bool CPixoluneView::CancelDrag()

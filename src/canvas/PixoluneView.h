@@ -84,7 +84,8 @@ public:
     void Press(const MouseInput& input);
     void Move(const MouseInput& input);
     void Release(const MouseInput& input);
-    void DoubleClick(const MouseInput& input);
+    /// The second press of a double click; true when the tool used it as such.
+    bool DoubleClick(const MouseInput& input);
     bool Key(ToolKey key) { return CurrentTool().Key(key); }
     /// Gives up an unfinished drag; true when there was one.
     bool CancelDrag();

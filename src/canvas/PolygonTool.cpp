@@ -54,9 +54,10 @@ void CPolygonTool::Move(const MouseInput& input)
     InvalidateBand();
 }
 
-void CPolygonTool::DoubleClick(const MouseInput& /*input*/)
+bool CPolygonTool::DoubleClick(const MouseInput& /*input*/)
 {
     Complete();
+    return true;
 }
 
 bool CPolygonTool::Key(ToolKey key)

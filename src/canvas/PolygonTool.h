@@ -13,7 +13,7 @@ public:
 
     void Down(const MouseInput& input) override;
     void Move(const MouseInput& input) override;
-    void DoubleClick(const MouseInput& input) override;
+    bool DoubleClick(const MouseInput& input) override;
     bool Key(ToolKey key) override;
     void Cancel() override;
     [[nodiscard]] bool IsBusy() const override { return !m_points.empty(); }

@@ -36,7 +36,8 @@ public:
     /// With or without a button held.
     virtual void Move(const MouseInput& /*input*/) {}
     virtual void Up(const MouseInput& /*input*/) {}
-    virtual void DoubleClick(const MouseInput& /*input*/) {}
+    /// The second press of a double click. False when it means no more to the tool than any press.
+    virtual bool DoubleClick(const MouseInput& /*input*/) { return false; }
     /// True when the tool used the key.
     virtual bool Key(ToolKey /*key*/) { return false; }
     /// Gives up whatever is unfinished and leaves the document as it was before it began.

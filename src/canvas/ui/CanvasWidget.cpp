@@ -315,9 +315,10 @@ void CCanvasWidget::mouseReleaseEvent(QMouseEvent* event)
 
 void CCanvasWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (ToButton(event->button()) == MouseButton::None || m_spaceHeld)
-        return;
-    m_view.DoubleClick(ToInput(*event));
+    // Of two quick presses the second is one like the first, unless the tool knows double clicks.
+    const bool isForTool = ToButton(event->button()) != MouseButton::None && !m_spaceHeld;
+    if (!isForTool || !m_view.DoubleClick(ToInput(*event)))
+        mousePressEvent(event);
 }
 
 // Keyboard

@@ -4,6 +4,7 @@
 #include "ui/UiTest.h"
 
 #include <QContextMenuEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -128,6 +129,21 @@ TEST_F(CCanvasWidgetTest, MiddleButtonAndSpaceDragTheCanvas)
     drag(Qt::LeftButton);
     QTest::keyRelease(&m_widget, Qt::Key_Space);
     EXPECT_EQ(m_document.Canvas().CountSelected(), 0) << "the tool must not see a drag of the canvas";
+}
+
+TEST_F(CCanvasWidgetTest, TwoQuickClicksAreTwoStrokes)
+{
+    QWidget* port = m_widget.viewport();
+    m_view.SetMode(ToolMode::Pencil);
+    m_document.Canvas().objects.Top()->SetSelected(true);
+    QTest::mouseClick(port, Qt::LeftButton, {}, {60, 60});
+    const QPointF position(60, 60);
+    QMouseEvent second(QEvent::MouseButtonDblClick, position, port->mapToGlobal(position), Qt::LeftButton,
+                       Qt::LeftButton, {});
+    QCoreApplication::sendEvent(port, &second);
+    EXPECT_EQ(m_document.History().UndoList().size(), 1u);
+    QTest::mouseRelease(port, Qt::LeftButton, {}, {60, 60});
+    EXPECT_EQ(m_document.History().UndoList().size(), 2u);
 }
 
 TEST_F(CCanvasWidgetTest, EscapeGivesUpADragOfObjects)
