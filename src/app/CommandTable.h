@@ -130,6 +130,8 @@ enum class CommandId {
     WindowPrevious,
     // Help
     HelpTopics,
+    HelpKeyboard,
+    HelpFindCommand,
     HelpAbout,
 };
 

@@ -6,6 +6,8 @@ namespace {
 using enum CommandId;
 
 constexpr CommandRow kRows[] = {
+    {HelpFindCommand, "Help", 0, "&Find Command...", "Finds a command by parts of its name", "Find Command",
+     "Ctrl+Shift+P", "find-command", HasShell, nullptr, RunInShell},
     {HelpAbout, "Help", 1, "&About Pixolune...", "Display program information, version number and copyright",
      "About", "", "about", HasShell, nullptr, RunInShell},
 };

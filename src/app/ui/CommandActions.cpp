@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/CommandActions.h"
 
+#include "app/ui/Shortcuts.h"
 #include "platform/ui/Mnemonics.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
@@ -47,11 +48,12 @@ QString TipWithShortcut(const CommandRow& row, const QAction& action)
 
 } // namespace
 
-CCommandActions::CCommandActions(QWidget& window, ContextSource context)
+CCommandActions::CCommandActions(QWidget& window, const CShortcuts& shortcuts, ContextSource context)
     : QObject(&window), m_context(std::move(context))
 {
     for (const CommandRow& row : CommandTable())
         CreateAction(row, window);
+    SetShortcuts(shortcuts);
 }
 
 void CCommandActions::CreateAction(const CommandRow& row, QWidget& window)
@@ -59,9 +61,6 @@ void CCommandActions::CreateAction(const CommandRow& row, QWidget& window)
     auto* action = new QAction(ThemedIcon(row.icon), ToQString(row.text), this);
     action->setStatusTip(ToQString(row.prompt));
     action->setCheckable(row.isChecked != nullptr);
-    if (!row.shortcut.empty())
-        action->setShortcuts(QKeySequence::listFromString(ToQString(row.shortcut)));
-    action->setToolTip(TipWithShortcut(row, *action));
     // Platforms that move such entries into a menu of their own are not to guess from the texts.
     action->setMenuRole(row.id == CommandId::FileExit          ? QAction::QuitRole
                         : row.id == CommandId::HelpAbout       ? QAction::AboutRole
@@ -74,6 +73,15 @@ void CCommandActions::CreateAction(const CommandRow& row, QWidget& window)
     });
     window.addAction(action);
     m_actions.emplace(row.id, action);
+}
+
+void CCommandActions::SetShortcuts(const CShortcuts& shortcuts)
+{
+    for (const CommandRow& row : CommandTable()) {
+        QAction& action = *m_actions.at(row.id);
+        action.setShortcuts(shortcuts.Of(row.id));
+        action.setToolTip(TipWithShortcut(row, action));
+    }
 }
 
 QAction* CCommandActions::Find(CommandId id) const

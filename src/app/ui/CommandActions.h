@@ -9,6 +9,7 @@
 #include <map>
 #include <span>
 
+class CShortcuts;
 class QAction;
 class QMenu;
 class QMenuBar;
@@ -24,11 +25,13 @@ public:
     using ContextSource = std::function<CommandContext()>;
 
     /// context: what commands act on at the moment they are asked for.
-    CCommandActions(QWidget& window, ContextSource context);
+    CCommandActions(QWidget& window, const CShortcuts& shortcuts, ContextSource context);
 
     /// None for a command that has no row.
     [[nodiscard]] QAction* Find(CommandId id) const;
     void FillMenuBar(QMenuBar& bar);
+    /// Gives every command the keys that it has now.
+    void SetShortcuts(const CShortcuts& shortcuts);
     /// A bar of the commands, with a separator where the list has none.
     void FillToolBar(QToolBar& bar, std::span<const std::optional<CommandId>> commands) const;
     /// Adds the commands to a context menu, with separators as in a tool bar.

@@ -4,6 +4,7 @@
 #include "app/ui/AboutDialog.h"
 #include "app/ui/ChildFrame.h"
 #include "app/ui/CommandActions.h"
+#include "app/ui/CommandSearch.h"
 #include "app/ui/DialogCommands.h"
 #include "app/ui/ObjectsPanel.h"
 #include "app/ui/OptionsPanel.h"
@@ -97,9 +98,9 @@ constexpr std::optional<CommandId> kCanvasMenu[] = {
 } // namespace
 
 CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
-    : m_app(app), m_configuration(configuration), m_recentFiles(configuration),
+    : m_app(app), m_configuration(configuration), m_shortcuts(configuration), m_recentFiles(configuration),
       m_files(app, m_recentFiles, *this), m_tabs(new QMdiArea), m_statusBar(new CStatusBar),
-      m_actions(new CCommandActions(*this, [this] { return Context(); }))
+      m_actions(new CCommandActions(*this, m_shortcuts, [this] { return Context(); }))
 {
     setWindowIcon(ApplicationIcon());
     setWindowTitle(ToQString(Str::ApplicationTitle));
@@ -182,6 +183,10 @@ void CMainFrame::FillPanels()
     m_objectsDock->setWidget(m_objectsPanel);
     m_optionsPanel = new COptionsPanel(m_app.Settings(), *m_actions, m_optionsDock);
     m_optionsDock->setWidget(m_optionsPanel);
+    connect(m_optionsPanel, &COptionsPanel::EditingEnded, this, [this] {
+        if (ActiveFrame())
+            ActiveFrame()->Canvas().setFocus();
+    });
     Refresh();
 }
 
@@ -409,6 +414,8 @@ bool CMainFrame::RunWindowCommand(CommandId id)
     case WindowPrevious:
         m_tabs->activatePreviousSubWindow();
         return true;
+    case HelpFindCommand:
+        return RunFindCommand();
     case HelpAbout:
         return RunAbout();
     default:
@@ -432,7 +439,23 @@ bool CMainFrame::RunOpen()
 
 bool CMainFrame::RunPreferences()
 {
-    return CPreferencesDialog(m_app.Settings(), this).exec() == QDialog::Accepted;
+    CPreferencesDialog dialog(m_app.Settings(), m_shortcuts, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    m_shortcuts.Write(m_configuration);
+    m_actions->SetShortcuts(m_shortcuts);
+    return true;
+}
+
+bool CMainFrame::RunFindCommand()
+{
+    const CommandContext context = Context();
+    CCommandSearch search(context, m_shortcuts, this);
+    if (search.exec() != QDialog::Accepted)
+        return false;
+    Refresh();
+    Action(*search.Chosen())->trigger();
+    return true;
 }
 
 bool CMainFrame::RunAbout()

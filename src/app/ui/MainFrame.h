@@ -3,6 +3,7 @@
 
 #include "app/CommandTable.h"
 #include "app/ui/FileDialogs.h"
+#include "app/ui/Shortcuts.h"
 
 #include <QMainWindow>
 
@@ -67,6 +68,7 @@ private:
     bool RunNew();
     bool RunOpen();
     bool RunPreferences();
+    bool RunFindCommand();
     bool RunAbout();
     bool RunFullScreen();
     /// The part of the window that a View command shows and hides; none for other commands.
@@ -74,6 +76,7 @@ private:
 
     CPixoluneApp& m_app;
     QSettings& m_configuration;
+    CShortcuts m_shortcuts;
     CRecentFiles m_recentFiles;
     CFileDialogs m_files;
     QMdiArea* m_tabs;

@@ -9,8 +9,10 @@
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
 
+#include <QAbstractSpinBox>
 #include <QFrame>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QStackedLayout>
 #include <QToolButton>
@@ -26,6 +28,11 @@ constexpr std::array<std::array<std::optional<CommandId>, 4>, 3> kLayoutButtons 
     {ObjectMoveToFront, ObjectMoveForward, ObjectMoveBackward, ObjectMoveToBack},
 }};
 constexpr int kButtonIcon = 24;
+
+bool IsEndOfTyping(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
+}
 
 } // namespace
 
@@ -137,7 +144,21 @@ QWidget* COptionsPanel::CreatePage(ToolMode mode)
         layout->addWidget(settings);
     }
     layout->addStretch();
+    // A number box would keep the keyboard, and with it the letters that choose tools.
+    for (auto* edit : page->findChildren<QAbstractSpinBox*>())
+        edit->installEventFilter(this);
     return page;
+}
+
+bool COptionsPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    // Clicks into the number itself go to the line edit inside; those on the arrows come here.
+    const bool isDone =
+        event->type() == QEvent::MouseButtonRelease ||
+        (event->type() == QEvent::KeyPress && IsEndOfTyping(static_cast<const QKeyEvent*>(event)->key()));
+    if (isDone)
+        QMetaObject::invokeMethod(this, &COptionsPanel::EditingEnded, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
 }
 
 QWidget* COptionsPanel::CreateLayoutPage()

@@ -29,6 +29,13 @@ public:
     /// Shows the settings as they are now.
     void Refresh();
 
+Q_SIGNALS:
+    /// Whoever had the keyboard in here is done with it: the keys are the canvas's again.
+    void EditingEnded();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QWidget* CreateColors();
     QWidget* CreatePage(ToolMode mode);

@@ -2,6 +2,7 @@
 #include "app/SettingsStore.h"
 #include "app/ui/NewImageDialog.h"
 #include "app/ui/PreferencesDialog.h"
+#include "app/ui/Shortcuts.h"
 #include "platform/ui/ColorButton.h"
 #include "ui/UiTest.h"
 
@@ -62,7 +63,8 @@ TEST(NewImageDialog, OnlyOkStoresTheFourSettings)
 TEST(PreferencesDialog, KeepsTheHistoryLimitInItsRange)
 {
     CSettings settings;
-    CPreferencesDialog dialog(settings, nullptr);
+    CShortcuts shortcuts;
+    CPreferencesDialog dialog(settings, shortcuts, nullptr);
     auto* levels = dialog.findChild<QSpinBox*>();
     levels->setFocus();
     levels->selectAll();
