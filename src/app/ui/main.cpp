@@ -1,21 +1,33 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/CommandNames.h"
 #include "app/SettingsStore.h"
 #include "app/ui/ChildFrame.h"
 #include "app/ui/MainFrame.h"
 #include "app/ui/QtClipboard.h"
 #include "app/ui/QtUserInterface.h"
+#include "platform/ui/QtText.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QSettings>
+#include <QTimer>
 
 namespace {
 
-/// Writes a picture of the window; 0 when that worked.
-int Grab(CMainFrame& window, const QString& path)
+/// Time for panels to be filled and previews to be drawn.
+constexpr int kGrabMs = 300;
+
+/// Writes a picture of the dialog that is open, of a part of the window by its name, or of the window; 0
+/// when that worked.
+int Grab(CMainFrame& window, const QString& path, const QString& part)
 {
-    QApplication::processEvents();
-    return window.grab().save(path) ? 0 : 1;
+    QWidget* target = QApplication::activeModalWidget();
+    if (!part.isEmpty())
+        target = window.findChild<QWidget*>(part);
+    else if (!target)
+        target = &window;
+    return target && target->grab().save(path) ? 0 : 1;
 }
 
 } // namespace
@@ -32,9 +44,15 @@ int main(int argc, char** argv)
 
     QCommandLineParser arguments;
     const QCommandLineOption grab(QStringLiteral("grab"),
-                                  QStringLiteral("Write a picture of the main window and end."),
+                                  QStringLiteral("Write a picture of the window and end."),
                                   QStringLiteral("file"));
-    arguments.addOption(grab);
+    const QCommandLineOption part(QStringLiteral("part"),
+                                  QStringLiteral("With --grab: only the part of that name."),
+                                  QStringLiteral("name"));
+    const QCommandLineOption command(QStringLiteral("command"),
+                                     QStringLiteral("Run a command, found as Find Command does."),
+                                     QStringLiteral("words"));
+    arguments.addOptions({grab, part, command});
     arguments.addHelpOption();
     arguments.addVersionOption();
     arguments.addPositionalArgument(QStringLiteral("file"), QStringLiteral("Pictures to open."),
@@ -58,8 +76,20 @@ int main(int argc, char** argv)
     for (const QString& file : files)
         window.OpenFile(file);
     window.show();
-    if (arguments.isSet(grab))
-        return Grab(window, arguments.value(grab));
+    // Where no window manager does, the window takes the keyboard itself.
+    window.activateWindow();
+    if (arguments.isSet(command)) {
+        const auto found = SearchCommands(ToUtf8(arguments.value(command)));
+        if (found.empty())
+            return 1;
+        QTimer::singleShot(0, window.Action(found.front()->id), &QAction::trigger);
+    }
+    if (arguments.isSet(grab)) {
+        QTimer::singleShot(kGrabMs, &window, [&] {
+            QApplication::exit(Grab(window, arguments.value(grab), arguments.value(part)));
+        });
+        return QApplication::exec();
+    }
 
     const int status = QApplication::exec();
     app.Settings().WriteAll(store);
