@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/MainFrame.h"
 
+#include "app/HelpPages.h"
 #include "app/ui/AboutDialog.h"
 #include "app/ui/ChildFrame.h"
 #include "app/ui/CommandActions.h"
 #include "app/ui/CommandSearch.h"
 #include "app/ui/DialogCommands.h"
+#include "app/ui/Help.h"
 #include "app/ui/ObjectsPanel.h"
 #include "app/ui/OptionsPanel.h"
 #include "app/ui/PreferencesDialog.h"
@@ -22,6 +24,7 @@
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QSettings>
 #include <QTabBar>
 #include <QTimer>
@@ -99,7 +102,9 @@ constexpr std::optional<CommandId> kCanvasMenu[] = {
 
 CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
     : m_app(app), m_configuration(configuration), m_shortcuts(configuration), m_recentFiles(configuration),
-      m_files(app, m_recentFiles, *this), m_tabs(new QMdiArea), m_statusBar(new CStatusBar),
+      m_files(app, m_recentFiles, *this),
+      m_help(std::make_unique<CHelp>(m_shortcuts, configuration, [this] { return CurrentHelpPage(); })),
+      m_tabs(new QMdiArea), m_statusBar(new CStatusBar),
       m_actions(new CCommandActions(*this, m_shortcuts, [this] { return Context(); }))
 {
     setWindowIcon(ApplicationIcon());
@@ -158,11 +163,13 @@ void CMainFrame::CreatePanels()
         QDockWidget*& dock;
         const char* name;
         Str title;
-    } rows[] = {{m_optionsDock, "OptionsPanel", Str::OptionsPanel},
-                {m_objectsDock, "ObjectsPanel", Str::ObjectsPanel}};
+        const char* helpPage;
+    } rows[] = {{m_optionsDock, "OptionsPanel", Str::OptionsPanel, "options-panel"},
+                {m_objectsDock, "ObjectsPanel", Str::ObjectsPanel, "objects-panel"}};
     for (const auto& row : rows) {
         row.dock = new QDockWidget(ToQString(row.title));
         row.dock->setObjectName(QLatin1String(row.name));
+        SetHelpPage(*row.dock, row.helpPage);
         addDockWidget(Qt::RightDockWidgetArea, row.dock);
     }
     resizeDocks({m_optionsDock, m_objectsDock}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
@@ -378,6 +385,8 @@ bool CMainFrame::IsWindowCommandChecked(CommandId id) const
 
 bool CMainFrame::RunWindowCommand(CommandId id)
 {
+    // Help on a dialog is help on the command that opened it.
+    const QScopedValueRollback running(m_running, std::optional(id));
     if (QWidget* part = PartOf(id)) {
         part->setVisible(!part->isVisibleTo(this));
         return true;
@@ -414,6 +423,9 @@ bool CMainFrame::RunWindowCommand(CommandId id)
     case WindowPrevious:
         m_tabs->activatePreviousSubWindow();
         return true;
+    case HelpTopics:
+    case HelpKeyboard:
+        return RunHelp(id);
     case HelpFindCommand:
         return RunFindCommand();
     case HelpAbout:
@@ -456,6 +468,22 @@ bool CMainFrame::RunFindCommand()
     Refresh();
     Action(*search.Chosen())->trigger();
     return true;
+}
+
+bool CMainFrame::RunHelp(CommandId id)
+{
+    if (id == HelpTopics)
+        m_help->ShowFor(focusWidget());
+    else
+        m_help->Show(ToQString(HelpPage(id)));
+    return true;
+}
+
+QString CMainFrame::CurrentHelpPage() const
+{
+    if (m_running && *m_running != HelpTopics)
+        return ToQString(HelpPage(*m_running));
+    return ToQString(ActiveFrame() ? HelpPage(ActiveFrame()->View().Mode()) : HelpPage(HelpTopics));
 }
 
 bool CMainFrame::RunAbout()

@@ -9,6 +9,7 @@
 
 class CChildFrame;
 class CCommandActions;
+class CHelp;
 class CObjectsPanel;
 class COptionsPanel;
 class CStatusBar;
@@ -69,8 +70,11 @@ private:
     bool RunOpen();
     bool RunPreferences();
     bool RunFindCommand();
+    bool RunHelp(CommandId id);
     bool RunAbout();
     bool RunFullScreen();
+    /// The help page of the command that is running, or of the tool.
+    [[nodiscard]] QString CurrentHelpPage() const;
     /// The part of the window that a View command shows and hides; none for other commands.
     [[nodiscard]] QWidget* PartOf(CommandId id) const;
 
@@ -79,6 +83,8 @@ private:
     CShortcuts m_shortcuts;
     CRecentFiles m_recentFiles;
     CFileDialogs m_files;
+    std::unique_ptr<CHelp> m_help;
+    std::optional<CommandId> m_running; ///< the window command at work
     QMdiArea* m_tabs;
     CChildFrame* m_activeFrame = nullptr; ///< the tab that is seen
     CStatusBar* m_statusBar;

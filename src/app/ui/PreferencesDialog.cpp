@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/PreferencesDialog.h"
 
+#include "app/ui/Help.h"
 #include "app/ui/KeyboardPage.h"
 #include "platform/settings/Settings.h"
 #include "platform/ui/ColorButton.h"
@@ -24,6 +25,7 @@ CPreferencesDialog::CPreferencesDialog(CSettings& settings, CShortcuts& shortcut
 
     auto* pages = new QTabWidget;
     pages->addTab(CreateGeneralPage(), ToQString(Str::GeneralPage));
+    SetHelpPage(*m_keyboard, "preferences-keyboard");
     pages->addTab(m_keyboard, ToQString(Str::KeyboardPage));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);

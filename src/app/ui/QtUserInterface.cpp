@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/QtUserInterface.h"
 
+#include "app/ui/Help.h"
 #include "app/ui/StatusBar.h"
 #include "fileio/ui/LayeredFileDialog.h"
 #include "platform/ui/QtText.h"
@@ -23,6 +24,7 @@ void CQtUserInterface::ShowMessage(const std::string& text)
     QMessageBox box(QMessageBox::Warning, ToQString(Str::ApplicationTitle), ToQString(text), QMessageBox::Ok,
                     m_window);
     box.setTextFormat(Qt::PlainText);
+    SetHelpPage(box, "messages");
     box.exec();
 }
 
@@ -48,6 +50,7 @@ bool CQtUserInterface::ChooseLayeredFile(LayeredFileChoice& choice)
     if (!m_attended)
         return false;
     CLayeredFileDialog dialog(choice, m_window);
+    SetHelpPage(dialog, "format-psd");
     if (dialog.exec() != QDialog::Accepted)
         return false;
     choice = dialog.Choice();
