@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-/// Name, version and licence of the program.
+/// Name, version and licence of the program and of the libraries that it works with.
 class CAboutDialog final : public QDialog {
     Q_OBJECT
 

@@ -4,6 +4,7 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/avutil.h>
 #include <libavutil/log.h>
 #include <libavutil/pixdesc.h>
 #include <libswscale/swscale.h>
@@ -18,6 +19,7 @@ extern "C" {
     CALL(avutil, av_frame_unref)                                                                             \
     CALL(avutil, av_log_set_level)                                                                           \
     CALL(avutil, av_pix_fmt_desc_get)                                                                        \
+    CALL(avutil, av_version_info)                                                                            \
     CALL(avcodec, av_packet_alloc)                                                                           \
     CALL(avcodec, av_packet_free)                                                                            \
     CALL(avcodec, av_packet_unref)                                                                           \
