@@ -60,6 +60,7 @@ void CPixoluneView::Relayout()
 {
     m_geometry.document = m_document.Canvas().Size();
     m_geometry.scroll = m_geometry.ClampedScroll(m_geometry.scroll);
+    m_frameCache.DropAll();
     if (m_host != nullptr)
         m_host->OnLayoutChanged();
 }
@@ -77,19 +78,19 @@ void CPixoluneView::SetMode(ToolMode mode)
 
 void CPixoluneView::SetSelection(CRegion region)
 {
-    Invalidate(OutlineInClient());
+    InvalidateOverlay(OutlineInClient());
     m_selection->region = std::move(region);
     m_outline.Build(m_selection->region);
     m_outlineOffset = {};
-    Invalidate(OutlineInClient());
+    InvalidateOverlay(OutlineInClient());
     TellToolState();
 }
 
 void CPixoluneView::SetOutlineOffset(Point offset)
 {
-    Invalidate(OutlineInClient());
+    InvalidateOverlay(OutlineInClient());
     m_outlineOffset = offset;
-    Invalidate(OutlineInClient());
+    InvalidateOverlay(OutlineInClient());
 }
 
 void CPixoluneView::AdvanceOutline()
@@ -97,7 +98,7 @@ void CPixoluneView::AdvanceOutline()
     if (m_outline.IsEmpty())
         return;
     m_outlinePhase = (m_outlinePhase + 1) % CSelectionOutline::kPeriod;
-    Invalidate(OutlineInClient());
+    InvalidateOverlay(OutlineInClient());
 }
 
 Rect CPixoluneView::OutlineInClient() const
@@ -210,8 +211,8 @@ void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
     if (!shown.IsEmpty()) {
         const BitmapView part = target.Part(shown.Moved(-area.left, -area.top));
         const Point origin{shown.left - image.left, shown.top - image.top};
-        PaintBackdrop(part, origin);
-        CompositeForDisplay(part, origin, m_document.Canvas(), m_geometry.zoom, m_floating);
+        const Rect window = Rect::At({-image.left, -image.top}, m_geometry.client);
+        m_frameCache.Paint(part, origin, window, m_document.Canvas(), m_geometry.zoom, m_floating);
     }
     PaintFrames(target, area);
     m_outline.Paint(target, area, m_geometry, m_outlineOffset, m_outlinePhase);
@@ -227,6 +228,13 @@ void CPixoluneView::PaintFrames(const BitmapView& target, const Rect& area) cons
 }
 
 void CPixoluneView::Invalidate(const Rect& client) const
+{
+    const Rect image = m_geometry.ImageInClient();
+    m_frameCache.Drop(client.Moved(-image.left, -image.top));
+    InvalidateOverlay(client);
+}
+
+void CPixoluneView::InvalidateOverlay(const Rect& client) const
 {
     const Rect shown = client.Intersected(Rect::At({0, 0}, m_geometry.client));
     if (m_host != nullptr && !shown.IsEmpty())

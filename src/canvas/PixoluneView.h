@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "canvas/FrameCache.h"
 #include "canvas/SelectionOutline.h"
 #include "canvas/SelectionState.h"
 #include "canvas/Tool.h"
@@ -102,6 +103,8 @@ public:
     /// Paints the client rectangle `area` into `target`, which has its size; every pixel is set, alpha 255.
     void Paint(const BitmapView& target, const Rect& area) const;
     void Invalidate(const Rect& client) const;
+    /// Frees what is kept of the last painting: the window is out of sight.
+    void ForgetPainting() { m_frameCache = {}; }
     void InvalidateDocument(const Rect& documentRect) const { Invalidate(m_geometry.Touched(documentRect)); }
     void InvalidateAll() const;
     void AskForText(Point documentPoint);
@@ -123,6 +126,8 @@ private:
     /// Client pixels that the outline covers where it is shown.
     [[nodiscard]] Rect OutlineInClient() const;
     void PaintFrames(const BitmapView& target, const Rect& area) const;
+    /// The same as Invalidate where the objects have not changed, only what is painted over them.
+    void InvalidateOverlay(const Rect& client) const;
 
     CPixoluneDoc& m_document;
     IViewHost* m_host;
@@ -140,4 +145,5 @@ private:
     CSelectionOutline m_outline;
     Point m_outlineOffset;
     int m_outlinePhase = 0;
+    mutable CFrameCache m_frameCache;
 };

@@ -67,6 +67,8 @@ void PaintSurroundings(const BitmapView& target, const Rect& area, const ViewGeo
 
 void PaintBackdrop(const BitmapView& target, Point origin)
 {
+    for (int y = 0; y < target.height; ++y) // the squares leave the alpha as it is
+        std::memset(target.Row(y), 255, static_cast<size_t>(target.width) * 4);
     DrawCheckerboard(target, kSquareA, kSquareB, origin);
 }
 

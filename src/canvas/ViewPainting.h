@@ -11,7 +11,7 @@
 void PaintSurroundings(const BitmapView& target, const Rect& area, const ViewGeometry& geometry);
 
 /// The checkerboard that shows through transparent pixels. origin: the target's corner in the zoomed image,
-/// so that the pattern stays fixed to it while scrolling.
+/// so that the pattern stays fixed to it while scrolling. Every pixel becomes opaque.
 void PaintBackdrop(const BitmapView& target, Point origin);
 
 /// A one-pixel frame along the inner edge of a client rectangle, black and white in turns, readable on every

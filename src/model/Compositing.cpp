@@ -56,14 +56,17 @@ void CompositeOver(const BitmapView& destination, Point destinationOrigin, const
 
 namespace {
 
-/// The pictures to draw, bottom to top; `add` takes each with its position and transparency.
+/// The pictures to draw, bottom to top; `add` takes each with its position, its transparency and the record
+/// that holds it, none for a floating image.
 template <typename Add> void VisitPictures(const CObjectList& objects, const FloatingImage& floating, Add add)
 {
     bool floatingDue = floating.dib != nullptr && !floating.dib->IsEmpty();
-    const auto addFloating = [&] { add(*floating.dib, floating.position, floating.transparency); };
+    const auto addFloating = [&] { add(*floating.dib, floating.position, floating.transparency, nullptr); };
     for (const Ref<CPicObject>& object : objects) {
-        if (object->visible && object->image && !object->image->Dib().IsEmpty())
-            add(object->image->MutableDib(), Point{object->x, object->y}, object->transparency);
+        if (object->visible && object->image && !object->image->Dib().IsEmpty()) {
+            const Point position{object->x, object->y};
+            add(object->image->Dib(), position, object->transparency, object->image.Get());
+        }
         if (floatingDue && object.Get() == floating.above) {
             addFloating();
             floatingDue = false;
@@ -75,20 +78,41 @@ template <typename Add> void VisitPictures(const CObjectList& objects, const Flo
 
 } // namespace
 
+std::vector<DisplayLayer> DisplayLayers(const CObjectCanvas& canvas, const FloatingImage& floating)
+{
+    std::vector<DisplayLayer> layers;
+    VisitPictures(
+        canvas.objects, floating,
+        [&](const CPackedDib& dib, Point position, uint8_t transparency, const CRasterImage* image) {
+            layers.push_back({&dib, position, transparency, image != nullptr ? image->ContentId() : 0});
+        });
+    return layers;
+}
+
+void CompositeLayers(const BitmapView& destination, Point destinationOrigin,
+                     std::span<const DisplayLayer> layers, int zoom)
+{
+    std::vector<PictureLayer> placed;
+    placed.reserve(layers.size());
+    for (const DisplayLayer& layer : layers) {
+        placed.push_back(
+            {ViewOf(*layer.dib),
+             Place(layer.dib->Size(), layer.position, zoom, destination.Extent(), destinationOrigin),
+             layer.transparency, BlendRowWeighted});
+    }
+    DrawLayers(destination, placed);
+}
+
 void CompositeForDisplay(const BitmapView& destination, Point destinationOrigin, const CObjectCanvas& canvas,
                          int zoom, const FloatingImage& floating, PixelPath path)
 {
-    if (path == PixelPath::Integer) {
-        VisitPictures(canvas.objects, floating, [&](CPackedDib& dib, Point position, uint8_t transparency) {
-            CompositeInteger(destination, destinationOrigin, dib, position, transparency, zoom);
-        });
+    if (path == PixelPath::Weighted) {
+        CompositeLayers(destination, destinationOrigin, DisplayLayers(canvas, floating), zoom);
         return;
     }
-    std::vector<PictureLayer> layers;
-    VisitPictures(canvas.objects, floating, [&](const CPackedDib& dib, Point position, uint8_t transparency) {
-        layers.push_back({ViewOf(dib),
-                          Place(dib.Size(), position, zoom, destination.Extent(), destinationOrigin),
-                          transparency, BlendRowWeighted});
-    });
-    DrawLayers(destination, layers);
+    VisitPictures(canvas.objects, floating,
+                  [&](const CPackedDib& /*dib*/, Point position, uint8_t transparency, CRasterImage* image) {
+                      CPackedDib& dib = image != nullptr ? image->MutableDib() : *floating.dib;
+                      CompositeInteger(destination, destinationOrigin, dib, position, transparency, zoom);
+                  });
 }

@@ -5,6 +5,8 @@
 #include "platform/dib/PackedDib.h"
 
 #include <cstdint>
+#include <span>
+#include <vector>
 
 /// How a partly transparent pixel is mixed onto an opaque background. The weighted rule is what every
 /// processor with vector instructions uses; the integer rule is what is left without them.
@@ -33,6 +35,22 @@ struct FloatingImage {
     uint8_t transparency = 0;
     const CPicObject* above = nullptr; ///< drawn right after this object, or last of all without one
 };
+
+/// A picture in the order of drawing. contentId: see CRasterImage; 0 for a floating image, whose pixels may
+/// change at any time.
+struct DisplayLayer {
+    const CPackedDib* dib = nullptr;
+    Point position;
+    uint8_t transparency = 0;
+    uint64_t contentId = 0;
+};
+
+/// What CompositeForDisplay draws, bottom to top.
+[[nodiscard]] std::vector<DisplayLayer> DisplayLayers(const CObjectCanvas& canvas,
+                                                      const FloatingImage& floating = {});
+/// Draws some of them; all of them in as many calls as wanted are what CompositeForDisplay draws.
+void CompositeLayers(const BitmapView& destination, Point destinationOrigin,
+                     std::span<const DisplayLayer> layers, int zoom);
 
 /// Draws every visible object, bottom to top, onto an opaque background. Rows may be split over the
 /// processors. The weighted path changes nothing but the destination.

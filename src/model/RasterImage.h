@@ -21,15 +21,21 @@ public:
     [[nodiscard]] int Height() const { return m_dib.IsEmpty() ? 0 : m_dib.Height(); }
     [[nodiscard]] int BitCount() const { return m_dib.IsEmpty() ? 0 : m_dib.BitCount(); }
     [[nodiscard]] const CPackedDib& Dib() const { return m_dib; }
-    /// For tools that paint into the picture as it stands.
-    [[nodiscard]] CPackedDib& MutableDib() { return m_dib; }
+    /// For tools that paint into the picture as it stands; asked for anew for every change.
+    [[nodiscard]] CPackedDib& MutableDib()
+    {
+        m_contentId = NewContentId();
+        return m_dib;
+    }
+    /// Another number after every change of the pixels; no two pictures ever have the same.
+    [[nodiscard]] uint64_t ContentId() const { return m_contentId; }
 
     /// Takes over a picture, which may be empty, and frees the one held until now.
-    void Attach(CPackedDib dib) { m_dib = std::move(dib); }
+    void Attach(CPackedDib dib) { MutableDib() = std::move(dib); }
     /// Takes over a picture and hands out the one held until now.
     [[nodiscard]] CPackedDib Exchange(CPackedDib dib)
     {
-        std::swap(m_dib, dib);
+        std::swap(MutableDib(), dib);
         return dib;
     }
 
@@ -40,5 +46,8 @@ public:
     bool selected = false;
 
 private:
+    [[nodiscard]] static uint64_t NewContentId();
+
     CPackedDib m_dib;
+    uint64_t m_contentId = NewContentId();
 };

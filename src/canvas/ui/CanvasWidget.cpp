@@ -101,6 +101,12 @@ void CCanvasWidget::timerEvent(QTimerEvent* event)
         m_view.AdvanceOutline();
 }
 
+void CCanvasWidget::hideEvent(QHideEvent* event)
+{
+    QAbstractScrollArea::hideEvent(event);
+    m_view.ForgetPainting();
+}
+
 void CCanvasWidget::paintEvent(QPaintEvent* event)
 {
     const qreal ratio = devicePixelRatioF();
