@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/FrameCache.h"
+#include "canvas/ViewPainting.h"
+#include "imageops/MirrorDib.h"
+#include "support/Cases.h"
+#include "support/Inputs.h"
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+constexpr Size kView{1920, 1080};
+constexpr int kObjects = 50;
+
+/// A document of 12 megapixels with fifty objects of its size, and a window on its middle.
+struct Scene {
+    CObjectCanvas canvas;
+    CFrameCache cache;
+    CPackedDib screen = CPackedDib::Create(kView.width, kView.height, 32);
+    Point scroll{900, 700};
+    int zoom = 1;
+    int frame = 0;
+
+    void Paint() { cache.Paint(ViewOf(screen), scroll, Rect::At(scroll, kView), canvas, zoom, {}); }
+};
+
+const std::shared_ptr<Scene>& TheScene()
+{
+    static const std::shared_ptr<Scene> kScene = [] {
+        auto scene = std::make_shared<Scene>();
+        const CPackedDib& photo = PhotoPicture(12);
+        scene->canvas.width = photo.Width();
+        scene->canvas.height = photo.Height();
+        for (int i = 0; i < kObjects; ++i) {
+            CPackedDib picture = i % 2 == 0 ? photo.Duplicate() : MirrorHorizontally(photo);
+            if (i % 4 >= 2)
+                picture = MirrorVertically(picture);
+            auto object = MakeShared<CPicObject>(MakeShared<CRasterImage>(std::move(picture), ""));
+            object->visible = true;
+            object->x = i * 37 % 301 - 150;
+            object->y = i * 53 % 307 - 150;
+            scene->canvas.objects.Append(object);
+        }
+        return scene;
+    }();
+    return kScene;
+}
+
+/// What a frame of some gesture does before it is painted.
+struct Gesture {
+    const char* name;
+    void (*step)(Scene& scene);
+};
+
+void MoveObject(Scene& scene, size_t index)
+{
+    scene.canvas.objects.At(index)->x += scene.frame % 40 < 20 ? 3 : -3;
+    scene.cache.Drop(Rect::At(scene.scroll, kView));
+}
+
+constexpr Gesture kGestures[] = {
+    {"pan", [](Scene& scene) { scene.scroll.x += scene.frame % 40 < 20 ? 16 : -16; }},
+    {"move-top", [](Scene& scene) { MoveObject(scene, kObjects - 1); }},
+    {"move-middle", [](Scene& scene) { MoveObject(scene, kObjects / 2); }},
+    {"move-bottom", [](Scene& scene) { MoveObject(scene, 0); }},
+    {"stroke",
+     [](Scene& scene) {
+         (void)scene.canvas.objects.At(kObjects / 2)->image->MutableDib();
+         scene.cache.Drop(Rect::At({1500 + scene.frame % 40 * 5, 1000}, {40, 40}));
+     }},
+    {"zoom", [](Scene& scene) { scene.zoom = scene.frame % 2 == 0 ? 1 : -2; }},
+};
+
+void AddGesture(const Gesture& gesture)
+{
+    const std::string operation = std::string("frame/") + gesture.name;
+    for (const Threads threads : kBothThreads) {
+        const auto add = [&](const char* who, const std::function<void(Scene&)>& paint) {
+            AddCase({operation, "50x12MP", who, threads, 0}, [&gesture, paint] {
+                const std::shared_ptr<Scene>& scene = TheScene();
+                scene->zoom = 1;
+                scene->cache.DropAll();
+                for (int warmUp = 0; warmUp < 3; ++warmUp) {
+                    gesture.step(*scene);
+                    scene->Paint();
+                }
+                return [scene, &gesture, paint] {
+                    ++scene->frame;
+                    gesture.step(*scene);
+                    paint(*scene);
+                };
+            });
+        };
+        add("ours", [](Scene& scene) { scene.Paint(); });
+        add("all-anew", [](Scene& scene) {
+            PaintBackdrop(ViewOf(scene.screen), scene.scroll);
+            CompositeForDisplay(ViewOf(scene.screen), scene.scroll, scene.canvas, scene.zoom);
+        });
+    }
+}
+
+const bool kRegistered = [] {
+    for (const Gesture& gesture : kGestures)
+        AddGesture(gesture);
+    return true;
+}();
+
+} // namespace
