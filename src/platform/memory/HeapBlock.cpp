@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <mutex>
 #include <utility>
 
 #ifdef __linux__
@@ -28,28 +29,70 @@ bool AllocationMayProceed()
     return left == kNeverFails;
 }
 
-/// Asks for large pages under a large block: far fewer page faults when it is filled, and fewer misses of
-/// the address translation when rows of many pictures are read side by side.
-void PreferLargePages([[maybe_unused]] void* block, [[maybe_unused]] size_t bytes)
+constexpr size_t kLargePage = size_t{2} << 20;
+constexpr size_t kLargeBlock = 4 * kLargePage;
+constexpr size_t kMostKept = size_t{128} << 20;
+
+/// A large block on large pages where the system has them: far fewer page faults when it is filled, and
+/// fewer misses of the address translation when rows of many pictures are read side by side.
+void* AllocateLarge(size_t bytes, BlockContent content)
 {
+    void* block =
+        content == BlockContent::Zeroes ? std::calloc(bytes, 1) : std::aligned_alloc(kLargePage, bytes);
 #ifdef __linux__
-    constexpr uintptr_t kLargePage = uintptr_t{2} << 20;
     const uintptr_t begin = (reinterpret_cast<uintptr_t>(block) + kLargePage - 1) / kLargePage * kLargePage;
     const uintptr_t end = (reinterpret_cast<uintptr_t>(block) + bytes) / kLargePage * kLargePage;
-    if (begin < end)
+    if (block != nullptr && begin < end)
         madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE); // only a hint
 #endif
+    return block;
 }
+
+/// Keeps the large block that was freed last for the next of about its size: the system clears every page
+/// that it hands out, which takes as long as many an operation on the picture that comes there.
+class CSpareBlock {
+public:
+    /// The kept block when it is large enough and not much larger, else none; gives it back to the system
+    /// then, before another large one comes to stand beside it. `bytes` becomes its true size.
+    void* Take(size_t& bytes, BlockContent content)
+    {
+        const std::lock_guard lock(m_mutex);
+        void* const block = std::exchange(m_block, nullptr);
+        if (content == BlockContent::Undefined && bytes <= m_bytes && m_bytes <= bytes + bytes / 4) {
+            bytes = m_bytes;
+            return block;
+        }
+        std::free(block);
+        return nullptr;
+    }
+    void Keep(void* block, size_t bytes)
+    {
+        const std::lock_guard lock(m_mutex);
+        std::free(std::exchange(m_block, block));
+        m_bytes = bytes;
+    }
+
+private:
+    std::mutex m_mutex;
+    void* m_block = nullptr;
+    size_t m_bytes = 0;
+};
+
+CSpareBlock g_spare;
 
 } // namespace
 
 CHeapBlock::~CHeapBlock()
 {
-    std::free(m_allocation);
+    if (m_allocated >= kLargeBlock && m_allocated <= kMostKept)
+        g_spare.Keep(m_allocation, m_allocated);
+    else
+        std::free(m_allocation);
 }
 
 CHeapBlock::CHeapBlock(CHeapBlock&& other) noexcept
-    : m_allocation(std::exchange(other.m_allocation, nullptr)), m_data(std::exchange(other.m_data, nullptr)),
+    : m_allocation(std::exchange(other.m_allocation, nullptr)),
+      m_allocated(std::exchange(other.m_allocated, 0)), m_data(std::exchange(other.m_data, nullptr)),
       m_size(std::exchange(other.m_size, 0))
 {
 }
@@ -57,6 +100,7 @@ CHeapBlock::CHeapBlock(CHeapBlock&& other) noexcept
 CHeapBlock& CHeapBlock::operator=(CHeapBlock&& other) noexcept
 {
     std::swap(m_allocation, other.m_allocation);
+    std::swap(m_allocated, other.m_allocated);
     std::swap(m_data, other.m_data);
     std::swap(m_size, other.m_size);
     return *this;
@@ -65,14 +109,20 @@ CHeapBlock& CHeapBlock::operator=(CHeapBlock&& other) noexcept
 CHeapBlock CHeapBlock::Allocate(size_t bytes, size_t alignedOffset, BlockContent content)
 {
     CHeapBlock block;
-    if (bytes > SIZE_MAX - 2 * kAlignment || !AllocationMayProceed())
+    if (bytes > SIZE_MAX - 2 * kLargePage || !AllocationMayProceed())
         return block;
-    // calloc gets large blocks as untouched zero pages: nothing is written until it is used.
-    block.m_allocation = content == BlockContent::Zeroes ? std::calloc(bytes + kAlignment, 1)
-                                                         : std::malloc(bytes + kAlignment);
+    size_t wanted = bytes + kAlignment;
+    if (wanted < kLargeBlock) {
+        block.m_allocation = content == BlockContent::Zeroes ? std::calloc(wanted, 1) : std::malloc(wanted);
+    } else {
+        wanted = (wanted + kLargePage - 1) / kLargePage * kLargePage;
+        block.m_allocation = g_spare.Take(wanted, content);
+        if (block.m_allocation == nullptr)
+            block.m_allocation = AllocateLarge(wanted, content);
+    }
     if (block.m_allocation == nullptr)
         return block;
-    PreferLargePages(block.m_allocation, bytes);
+    block.m_allocated = wanted;
     const auto address = reinterpret_cast<uintptr_t>(block.m_allocation) + alignedOffset;
     const size_t shift = (kAlignment - address % kAlignment) % kAlignment;
     block.m_data = static_cast<uint8_t*>(block.m_allocation) + shift;

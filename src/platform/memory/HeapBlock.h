@@ -12,7 +12,7 @@ enum class BlockContent {
 };
 
 /// One heap block that its holder owns alone. Asking for memory can fail: the result is
-/// then empty, and nothing is thrown.
+/// then empty, and nothing is thrown. One freed block of up to 128 MiB is kept for the next one.
 class CHeapBlock {
 public:
     CHeapBlock() = default;
@@ -36,6 +36,7 @@ public:
 
 private:
     void* m_allocation = nullptr;
+    size_t m_allocated = 0;
     uint8_t* m_data = nullptr;
     size_t m_size = 0;
 };
