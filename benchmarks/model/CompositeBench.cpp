@@ -225,6 +225,27 @@ void AddZoom()
     }
 }
 
+/// A picture as the objects panel shows it.
+void AddThumbnail(int width)
+{
+    const auto scale = static_cast<uint16_t>(32768 * width / 4000);
+    const std::string size = std::to_string(width) + "-wide";
+    AddCase({"composite/thumbnail", size, "ours", Threads::One, 0}, [=] {
+        const auto view = CopyOf(CutOut(BackdropPicture(12), 0, 0, width, width * 3 / 4));
+        const CPackedDib& photo = PhotoPicture(12);
+        return [=, &photo] { DrawScaledWeighted(ViewOf(*view), photo, {0, 0}, scale); };
+    });
+    AddCase({"composite/thumbnail", size, "qt-premultiplied", Threads::One, 0}, [=] {
+        const auto view = CopyOf(CutOut(BackdropPicture(12), 0, 0, width, width * 3 / 4));
+        const auto photo = std::make_shared<CPackedDib>(Premultiplied(PhotoPicture(12)));
+        return [=] {
+            QImage to = QtImageOf(*view, QImage::Format_RGB32);
+            QPainter(&to).drawImage(QRect(0, 0, width, width * 3 / 4),
+                                    QtImageOf(std::as_const(*photo), QImage::Format_ARGB32_Premultiplied));
+        };
+    });
+}
+
 const bool kRegistered = [] {
     for (const int megapixels : kMegapixels)
         AddOverOpaque(megapixels);
@@ -234,6 +255,8 @@ const bool kRegistered = [] {
     AddOverWithAlpha(4);
     AddFlatten();
     AddZoom();
+    for (const int width : {100, 500, 2000})
+        AddThumbnail(width);
     return true;
 }();
 
