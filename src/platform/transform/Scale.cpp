@@ -4,10 +4,12 @@
 #include "platform/parallel/PictureBands.h"
 #include "platform/parallel/RowBands.h"
 #include "platform/transform/AxisTaps.h"
+#include "platform/transform/EnlargePicture.h"
 #include "platform/transform/HalvePicture.h"
 #include "platform/ui/UserInterface.h"
 
 #include <algorithm>
+#include <optional>
 #include <span>
 
 #undef HWY_TARGET_INCLUDE
@@ -16,6 +18,7 @@
 #include <hwy/highway.h>
 
 #include "platform/parallel/FillRow-inl.h"
+#include "platform/transform/SummedPixels-inl.h"
 
 #ifndef PIXOLUNE_SCALE
 #define PIXOLUNE_SCALE
@@ -35,8 +38,6 @@ struct SourceRows {
     ptrdiff_t step = 0; ///< from one row to the next below
     std::span<const float> weights;
 };
-
-constexpr float kLeastAlpha = 0.5f;
 
 } // namespace
 #endif
@@ -77,20 +78,9 @@ HWY_INLINE void SumColumns(D floats, const SourceRows& rows, size_t at, float* H
 template <typename D> HWY_INLINE hn::Vec<D> PixelsOf(D words, const float* HWY_RESTRICT sums)
 {
     const hn::Rebind<float, D> floats;
-    const hn::Rebind<int32_t, D> integers;
     hn::Vec<decltype(floats)> blue, green, red, alpha;
     hn::LoadInterleaved4(floats, sums, blue, green, red, alpha);
-    const auto inverse = hn::Div(hn::Set(floats, 1.0f), alpha);
-    const auto levelOf = [&](auto value) HWY_ATTR {
-        const auto clamped = hn::Min(hn::Max(value, hn::Zero(floats)), hn::Set(floats, 255.0f));
-        return hn::BitCast(words, hn::ConvertTo(integers, hn::Add(clamped, hn::Set(floats, 0.5f))));
-    };
-    const auto blueAndGreen =
-        hn::Or(levelOf(hn::Mul(blue, inverse)), hn::ShiftLeft<8>(levelOf(hn::Mul(green, inverse))));
-    const auto redAndAlpha =
-        hn::Or(hn::ShiftLeft<16>(levelOf(hn::Mul(red, inverse))), hn::ShiftLeft<24>(levelOf(alpha)));
-    const auto isSeen = hn::Ge(alpha, hn::Set(floats, kLeastAlpha));
-    return hn::IfThenElseZero(hn::RebindMask(words, isSeen), hn::Or(blueAndGreen, redAndAlpha));
+    return PixelsOfSums(words, blue, green, red, alpha);
 }
 
 /// The sum along the row that makes one pixel, as `to`.
@@ -196,6 +186,8 @@ CPackedDib ScaleByTaps(const CPackedDib& dib, Size size)
     CAxisTaps rows;
     if (!columns.Make(dib.Width(), size.width) || !rows.Make(dib.Height(), size.height))
         return {};
+    if (std::optional<CPackedDib> enlarged = EnlargePicture(dib, size, columns, rows))
+        return std::move(*enlarged);
     const auto scaleRow = HWY_DYNAMIC_DISPATCH(ScaleRow);
     const auto sourceValues = static_cast<size_t>(dib.Width()) * 4;
     const auto values = sourceValues + static_cast<size_t>(size.width) * 4;

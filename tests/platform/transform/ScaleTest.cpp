@@ -79,12 +79,13 @@ TEST(Scale, EqualsReference)
         const char* name;
         Size from, to;
     };
-    constexpr Row kRows[] = {{"half", {70, 34}, {35, 17}},       {"wide half", {388, 8}, {194, 4}},
-                             {"down", {61, 47}, {27, 19}},       {"up", {13, 9}, {40, 31}},
-                             {"mixed", {13, 40}, {29, 11}},      {"mixed the other way", {40, 13}, {11, 29}},
-                             {"one pixel up", {1, 1}, {5, 3}},   {"to one pixel", {33, 21}, {1, 1}},
-                             {"a row up", {2, 1}, {9, 1}},       {"only the width", {30, 20}, {17, 20}},
-                             {"bands", {301, 1200}, {150, 700}}, {"half in bands", {600, 1400}, {300, 700}}};
+    constexpr Row kRows[] = {{"half", {70, 34}, {35, 17}},        {"wide half", {388, 8}, {194, 4}},
+                             {"down", {61, 47}, {27, 19}},        {"up", {13, 9}, {40, 31}},
+                             {"mixed", {13, 40}, {29, 11}},       {"mixed the other way", {40, 13}, {11, 29}},
+                             {"one pixel up", {1, 1}, {5, 3}},    {"to one pixel", {33, 21}, {1, 1}},
+                             {"a row up", {2, 1}, {9, 1}},        {"only the width", {30, 20}, {17, 20}},
+                             {"bands", {301, 1200}, {150, 700}},  {"half in bands", {600, 1400}, {300, 700}},
+                             {"barely up", {100, 50}, {131, 70}}, {"up in bands", {301, 500}, {523, 1201}}};
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.name);
         CPackedDib picture = RandomDib(row.from.width, row.from.height, 21);
@@ -113,7 +114,7 @@ TEST(Scale, KeepsUniformPicturesAndWeighsColoursByAlpha)
 
 TEST(Scale, EmptyWhenItCannotBeHeld)
 {
-    for (const Size to : {Size{61, 47}, {30, 20}, {70, 90}})
+    for (const Size to : {Size{61, 47}, {30, 20}, {70, 90}, {122, 94}})
         ExpectEmptyWhenMemoryRunsOut([to](const CPackedDib& dib) { return Scale(dib, to.width, to.height); });
     ExpectEmptyWhenMemoryRunsOut(
         [](const CPackedDib& dib) { return Scale(dib, dib.IsEmpty() ? 1 : 31, 23); });
