@@ -15,11 +15,7 @@ public:
         ui.SetStatusText(std::string(Text(text)) + path.filename().string());
         ui.SetPosition(0);
     }
-    ~CFileStatus()
-    {
-        m_ui.SetPosition(0);
-        m_ui.SetStatusText({});
-    }
+    ~CFileStatus() { m_ui.SetStatusText({}); }
     CFileStatus(const CFileStatus&) = delete;
     CFileStatus& operator=(const CFileStatus&) = delete;
 

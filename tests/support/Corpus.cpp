@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/Corpus.h"
 
+#include "support/TestPictures.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
+std::filesystem::path CorpusPath(const std::string& relativePath)
+{
+    return std::filesystem::path(PIXOLUNE_CORPUS) / relativePath;
+}
+
 std::vector<CorpusFile> CorpusFiles(const std::vector<std::string>& formats)
 {
-    std::ifstream manifest(std::filesystem::path(PIXOLUNE_CORPUS) / "manifest.tsv");
+    std::ifstream manifest(CorpusPath("manifest.tsv"));
     std::vector<CorpusFile> files;
     std::string line;
     while (std::getline(manifest, line)) {

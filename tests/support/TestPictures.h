@@ -29,9 +29,12 @@ testing::AssertionResult SameBytes(const CPackedDib& a, const CPackedDib& b);
 /// A visible object, named, at (x, y).
 Ref<CPicObject> ObjectAt(CPackedDib dib, int x, int y, const std::string& name = "object");
 
-/// A file of the collection of real files; skips the test, visibly, where it is absent.
+/// A file of the collection of real files, which may be absent.
+std::filesystem::path CorpusPath(const std::string& relativePath);
+
+/// The same; skips the test, visibly, where it is absent.
 #define REQUIRE_CORPUS(pathVariable, relativePath)                                                           \
-    const std::filesystem::path pathVariable = std::filesystem::path(PIXOLUNE_CORPUS) / (relativePath);      \
+    const std::filesystem::path pathVariable = CorpusPath(relativePath);                                     \
     if (!std::filesystem::exists(pathVariable))                                                              \
     GTEST_SKIP() << "no file " << (relativePath)
 
