@@ -28,6 +28,16 @@ CPixoluneDoc* CPixoluneApp::OpenDocument(const std::filesystem::path& path)
     return m_documents.back().get();
 }
 
+CPixoluneDoc* CPixoluneApp::AdoptDocument(CObjectCanvas canvas, std::string title)
+{
+    auto document = std::make_unique<CPixoluneDoc>(m_services);
+    document->Adopt(std::move(canvas));
+    document->SetNewTitle(std::move(title));
+    document->SetModified(true);
+    m_documents.push_back(std::move(document));
+    return m_documents.back().get();
+}
+
 void CPixoluneApp::CloseDocument(CPixoluneDoc* document)
 {
     std::erase_if(m_documents,

@@ -28,6 +28,8 @@ public:
     /// A document read from a file; none when it cannot be loaded
     /// (the user has been told).
     CPixoluneDoc* OpenDocument(const std::filesystem::path& path);
+    /// A document from a canvas that was saved out of a damaged file: modified, and without a file of its own.
+    CPixoluneDoc* AdoptDocument(CObjectCanvas canvas, std::string title);
     /// Frees the document; whether to save it first has been settled.
     void CloseDocument(CPixoluneDoc* document);
     /// In the order in which they were opened.

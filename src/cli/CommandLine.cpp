@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CommandLine.h"
 
+#include "cli/Checking.h"
 #include "cli/Conversion.h"
 #include "cli/Help.h"
 #include "cli/Information.h"
@@ -21,6 +22,7 @@ public:
     {
         m_parser.require_subcommand(1);
         AddInfo();
+        AddCheck();
         AddConvert();
         AddRun();
         AddHelp();
@@ -59,6 +61,13 @@ private:
         verb->add_option("FILE", m_files, "the files")->required();
         verb->add_flag("--json", m_asJson, "print JSON");
         AddUserSettings(verb);
+    }
+
+    void AddCheck()
+    {
+        CLI::App* verb = AddVerb("check", "what is wrong with a file and what of it can be read",
+                                 &CCommandLine::CheckVerb);
+        verb->add_option("FILE", m_files, "the files")->required();
     }
 
     void AddConvert()
@@ -112,6 +121,11 @@ private:
         return WithSession([&](CSession& session) {
             return m_asJson ? PrintInformationAsJson(session, m_files) : PrintInformation(session, m_files);
         });
+    }
+
+    int CheckVerb()
+    {
+        return WithSession([&](CSession& session) { return CheckFiles(session, m_files); });
     }
 
     int ConvertVerb()

@@ -5,15 +5,9 @@
 #include "cli/SaveOptions.h"
 #include "cli/ScriptRunner.h"
 #include "fileio/DocumentFiles.h"
-#include "fileio/PathExtension.h"
+#include "fileio/NativeFile.h"
 
 #include <vector>
-
-namespace {
-
-constexpr std::string_view kNativeExtension = "PXD";
-
-} // namespace
 
 bool Assign(CSettings& settings, const std::string& assignment)
 {
@@ -33,7 +27,7 @@ int Convert(CSession& session, const Conversion& conversion, std::ostream& error
     std::vector<std::string> words = conversion.options;
     words.insert(words.begin(), conversion.target);
     CArguments arguments(words);
-    const bool isNative = words.size() == 1 && UpperCasedExtension(conversion.target) == kNativeExtension;
+    const bool isNative = words.size() == 1 && IsNativePath(conversion.target);
     const SaveTarget target = isNative ? SaveTarget{arguments.Path()} : TakeSaveTarget(arguments);
     if (!arguments.Finish()) {
         errors << arguments.Error() << std::endl;

@@ -2,10 +2,13 @@
 #include "app/SettingsStore.h"
 #include "cli/CommandLine.h"
 
+#include <csignal>
 #include <iostream>
 
 int main(int count, char** words)
 {
+    // A file that grows too large is a failure to write, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::ios::sync_with_stdio(false);
     CSettingsStore userSettings;
     return RunCommandLine({words + 1, words + count}, {std::cin, std::cout, std::cerr, &userSettings});

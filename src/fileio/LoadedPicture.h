@@ -2,16 +2,12 @@
 #pragma once
 
 #include "model/ObjectCanvas.h"
+#include "platform/Limits.h"
 #include "platform/io/ByteReader.h"
 #include "platform/io/FileBytes.h"
 #include "platform/ui/UserInterface.h"
 
 #include <filesystem>
-
-/// Pixels that one file may bring, all its pictures together: four gigabytes.
-inline constexpr int64_t kMaxLoadedPixels = int64_t{1} << 30;
-/// Pixels that a file may claim without showing data for them.
-inline constexpr uint64_t kFreePixels = uint64_t{1} << 24;
 
 /// Puts a 32-bit picture that was read on top of the canvas: visible, without a name, which the document
 /// gives.

@@ -9,6 +9,9 @@
 /// The document's own file, .pxd, little-endian: 36 bytes of header, a table of 76 bytes an object, bottom
 /// first, and the packed pixels of one object after another.
 
+/// Whether the path's ending is that of native files, in any case.
+[[nodiscard]] bool IsNativePath(const std::filesystem::path& path);
+
 /// Writes the canvas; the file at `path` is replaced as a whole or not at all. Names are cut at 48 bytes.
 /// Progress after object k of N: k * 100 / N.
 [[nodiscard]] bool SaveNativeFile(const CObjectCanvas& canvas, const std::filesystem::path& path,

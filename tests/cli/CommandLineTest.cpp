@@ -51,6 +51,21 @@ std::string SavedDocument(const CTemporaryFolder& folder)
     return path;
 }
 
+TEST(CommandLine, CheckTellsWhatIsWhole)
+{
+    const CTemporaryFolder folder;
+    const std::string path = SavedDocument(folder);
+    Ended ended = Call({"check", path});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.output, "file \"" + path + "\"\nresult \"whole, 5 x 4, objects 2\"\n");
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) - 1);
+    ended = Call({"check", path});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.output, "file \"" + path +
+                                "\"\nfault \"object 1 (a \\\"b\\\"): its pixels end early\"\n"
+                                "result \"does not open, whole objects 1 of 2\"\n");
+}
+
 TEST(CommandLine, WrongUsageEndsWithTwo)
 {
     const std::vector<std::vector<std::string>> kCases = {

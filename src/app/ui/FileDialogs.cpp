@@ -2,6 +2,8 @@
 #include "app/ui/FileDialogs.h"
 
 #include "app/ui/NewImageDialog.h"
+#include "fileio/NativeFile.h"
+#include "fileio/NativeSalvage.h"
 #include "fileio/ui/SaveAsDialog.h"
 #include "platform/ui/QtText.h"
 
@@ -12,11 +14,6 @@
 namespace {
 
 constexpr QLatin1String kNativeEnding("pxd");
-
-bool IsNative(const std::filesystem::path& path)
-{
-    return QFileInfo(PathToQString(path)).suffix().toLower() == kNativeEnding;
-}
 
 } // namespace
 
@@ -44,16 +41,33 @@ CPixoluneDoc* CFileDialogs::Open(const QString& path)
 {
     const QString absolute = QFileInfo(path).absoluteFilePath();
     CPixoluneDoc* document = m_app.OpenDocument(ToPath(absolute));
-    if (document)
+    if (document) {
         m_recentFiles.Add(absolute);
-    else
-        m_recentFiles.Remove(absolute);
-    return document;
+        return document;
+    }
+    m_recentFiles.Remove(absolute);
+    return IsNativePath(ToPath(absolute)) ? OpenWholeObjects(ToPath(absolute)) : nullptr;
+}
+
+CPixoluneDoc* CFileDialogs::OpenWholeObjects(const std::filesystem::path& path)
+{
+    std::optional<NativeSalvage> salvage = SalvageNativeFile(path);
+    if (!salvage || salvage->canvas.objects.IsEmpty())
+        return nullptr;
+    const std::string counts =
+        std::to_string(salvage->canvas.objects.Count()) + " of " + std::to_string(salvage->statedObjects);
+    QMessageBox box(QMessageBox::Question, ToQString(Str::ApplicationTitle),
+                    ToQString(Text(Str::OpenWholeObjects, counts)), QMessageBox::Yes | QMessageBox::No,
+                    &m_window);
+    return box.exec() == QMessageBox::Yes
+               ? m_app.AdoptDocument(std::move(salvage->canvas), path.filename().string())
+               : nullptr;
 }
 
 bool CFileDialogs::Save(CPixoluneDoc& document)
 {
-    return IsNative(document.Path()) ? SaveTo(document, PathToQString(document.Path())) : SaveAs(document);
+    return IsNativePath(document.Path()) ? SaveTo(document, PathToQString(document.Path()))
+                                         : SaveAs(document);
 }
 
 bool CFileDialogs::SaveAs(CPixoluneDoc& document)

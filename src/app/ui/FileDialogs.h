@@ -36,6 +36,8 @@ public:
     bool MayClose(CPixoluneDoc& document);
 
 private:
+    /// Offers what can be read of a damaged native file; none when it holds nothing or the user declines.
+    [[nodiscard]] CPixoluneDoc* OpenWholeObjects(const std::filesystem::path& path);
     bool SaveTo(CPixoluneDoc& document, const QString& path);
     [[nodiscard]] QString Folder(const CPixoluneDoc* document) const;
 

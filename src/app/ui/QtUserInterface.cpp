@@ -59,8 +59,12 @@ bool CQtUserInterface::ChooseLayeredFile(LayeredFileChoice& choice)
 
 void CQtUserInterface::SetStatusText(const std::string& text)
 {
-    if (m_statusBar)
-        m_statusBar->SetPrompt(ToQString(text));
+    if (!m_statusBar)
+        return;
+    m_statusBar->SetPrompt(ToQString(text));
+    // Readers of broken files stop anywhere, and some end below 100.
+    if (text.empty())
+        m_statusBar->SetProgress(0);
 }
 
 void CQtUserInterface::SetPosition(int percent)

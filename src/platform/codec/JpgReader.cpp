@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Limits.h"
 #include "platform/codec/Cmyk.h"
 #include "platform/codec/Image.h"
 #include "platform/codec/JpegCalls.h"
@@ -10,15 +11,9 @@
 
 namespace {
 
-/// A block of 64 samples takes more than one bit, so a file this small lies about its size or has lost nearly
-/// everything.
-constexpr int64_t kMaxPixelsPerByte = 1024;
-
-/// Each scan of a progressive picture passes over all of it. Encoders use about ten; a file with very many in
-/// a large picture only wants to keep the machine busy.
+/// Encoders use about ten scans for a progressive picture.
 constexpr int64_t kFewestScans = 24;
 constexpr int64_t kMostScans = 500;
-constexpr int64_t kMaxScannedPixels = int64_t{1} << 30;
 
 class CJpegDecoder {
 public:
@@ -46,9 +41,10 @@ public:
             }))
             return std::nullopt;
         const int64_t pixels = int64_t{m_decoder.image_width} * m_decoder.image_height;
-        if (pixels > kMaxPicturePixels || pixels > static_cast<int64_t>(file.size()) * kMaxPixelsPerByte)
+        if (pixels > kMaxPicturePixels || pixels > static_cast<int64_t>(file.size()) * kMaxJpgPixelsPerByte)
             return std::nullopt;
-        m_maxScans = std::clamp(kMaxScannedPixels / std::max<int64_t>(pixels, 1), kFewestScans, kMostScans);
+        m_maxScans =
+            std::clamp(kMaxJpgScannedPixels / std::max<int64_t>(pixels, 1), kFewestScans, kMostScans);
         return Size{static_cast<int>(m_decoder.image_width), static_cast<int>(m_decoder.image_height)};
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/codec/PlainPng.h"
 
+#include "platform/Limits.h"
 #include "platform/codec/PngFilter.h"
 #include "platform/codec/RowProgress.h"
 #include "platform/io/ByteReader.h"
@@ -15,7 +16,6 @@
 namespace {
 
 constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
-constexpr uint64_t kMaxInflatedBytes = uint64_t{1} << 28;
 /// Deflate codes at most 258 bytes in 2 bits.
 constexpr uint64_t kMaxInflation = 1032;
 constexpr uint64_t kZlibHeaderBytes = 2;

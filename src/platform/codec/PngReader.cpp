@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Limits.h"
 #include "platform/codec/Image.h"
 #include "platform/codec/PlainPng.h"
 #include "platform/codec/RowProgress.h"
@@ -12,8 +13,6 @@
 #include <optional>
 
 namespace {
-
-constexpr png_uint_32 kMaxSide = 1 << 24;
 
 /// The library asks for compressed bytes in portions of this size and gives up when a portion is cut off, so
 /// of a truncated file it is asked for small ones.
@@ -70,7 +69,7 @@ public:
         if (m_info == nullptr || !Guarded(m_png, [this] {
                 png_set_read_fn(m_png, &m_source, ReadData);
                 png_set_compression_buffer_size(m_png, m_isTruncated ? kTruncatedPortion : kPortion);
-                png_set_user_limits(m_png, kMaxSide, kMaxSide);
+                png_set_user_limits(m_png, kMaxPictureSide, kMaxPictureSide);
                 // Texts, profiles and the like are not read; wrong checksums do not spoil a picture.
                 png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
                 png_set_crc_action(m_png, PNG_CRC_QUIET_USE, PNG_CRC_QUIET_USE);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/codec/TiffFile.h"
 
+#include "platform/Limits.h"
+
 #include <algorithm>
 #include <cstring>
 
 namespace {
-
-constexpr tmsize_t kMaxAllocation = tmsize_t{1} << 29;
 
 struct OptionsDeleter {
     void operator()(TIFFOpenOptions* options) const { TIFFOpenOptionsFree(options); }
@@ -22,7 +22,7 @@ Options QuietOptions()
     const TIFFErrorHandlerExtR quiet = [](TIFF*, void*, const char*, const char*, va_list) { return 1; };
     TIFFOpenOptionsSetErrorHandlerExtR(options.get(), quiet, nullptr);
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), quiet, nullptr);
-    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMaxAllocation);
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMaxTiffAllocation);
     return options;
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Limits.h"
 #include "platform/codec/Image.h"
 #include "platform/codec/RowProgress.h"
 #include "platform/codec/TiffFile.h"
@@ -13,9 +14,6 @@
 namespace {
 
 constexpr uint16_t kMaxSamples = 16;
-constexpr uint64_t kMaxBufferBytes = uint64_t{1} << 28;
-/// All samples of a page, decoded: twice the largest picture with four 16-bit samples.
-constexpr uint64_t kMaxDecodedBytes = uint64_t{1} << 31;
 
 uint16_t Field(TIFF* tiff, uint32_t tag)
 {
@@ -35,7 +33,7 @@ std::optional<Size> ReadSize(TIFF* tiff)
         return std::nullopt;
     const uint64_t pixelBits =
         uint64_t{Field(tiff, TIFFTAG_BITSPERSAMPLE)} * Field(tiff, TIFFTAG_SAMPLESPERPIXEL);
-    if (uint64_t{width} * height * pixelBits / 8 > kMaxDecodedBytes)
+    if (uint64_t{width} * height * pixelBits / 8 > kMaxTiffDecodedBytes)
         return std::nullopt;
     return Size{static_cast<int>(width), static_cast<int>(height)};
 }
@@ -107,8 +105,8 @@ std::optional<TiffLayout> LayoutOf(TIFF* tiff, Size size)
 
 CHeapBlock BufferOf(uint64_t bytes)
 {
-    return bytes == 0 || bytes > kMaxBufferBytes ? CHeapBlock()
-                                                 : CHeapBlock::Allocate(static_cast<size_t>(bytes));
+    return bytes == 0 || bytes > kMaxTiffBufferBytes ? CHeapBlock()
+                                                     : CHeapBlock::Allocate(static_cast<size_t>(bytes));
 }
 
 /// The first rows of a strip that the end of the file cuts: as many of its `rows` as the part that is there

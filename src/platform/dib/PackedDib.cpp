@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dib/PackedDib.h"
 
+#include "platform/Limits.h"
+
 #include <cassert>
 #include <cstring>
 
 namespace {
 
-constexpr int kMaxSide = 1 << 24;
 constexpr size_t kMaskBytes = 12;
 
 size_t ColourTableEntries(const DibHeader& header)
@@ -29,7 +30,7 @@ CPackedDib CPackedDib::Allocate(const DibHeader& header, BlockContent content)
     CPackedDib dib;
     const int64_t width = header.width;
     const int64_t height = header.height;
-    if (width < 0 || height < 0 || width > kMaxSide || height > kMaxSide ||
+    if (width < 0 || height < 0 || width > kMaxPictureSide || height > kMaxPictureSide ||
         width * height > kMaxPicturePixels)
         return dib;
     const size_t offset = BitsOffset(header);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/Limits.h"
 #include "platform/geometry/Geometry.h"
 #include "platform/memory/HeapBlock.h"
 
@@ -36,9 +37,6 @@ struct RgbQuad {
     friend bool operator==(const RgbQuad&, const RgbQuad&) = default;
 };
 static_assert(sizeof(RgbQuad) == 4);
-
-/// Most pixels that one picture may have: half a gigabyte at 32 bits.
-inline constexpr int64_t kMaxPicturePixels = int64_t{1} << 27;
 
 /// Bytes of one stored row: whole 32-bit words.
 [[nodiscard]] constexpr int64_t DibStride(int64_t width, int bitCount)

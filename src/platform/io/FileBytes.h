@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/Limits.h"
 #include "platform/memory/HeapBlock.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-
-/// Largest file that is read into memory.
-inline constexpr int64_t kMaxFileBytes = int64_t{1} << 30;
 
 /// The whole of a regular file. Nothing when it is absent, cannot be read, is no regular file, is longer than
 /// `limitBytes`, or memory runs out. An empty file gives a block of size 0.

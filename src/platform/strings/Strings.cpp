@@ -44,6 +44,7 @@ constexpr StringRow kRows[] = {
     {SelectOnlyOne, "Please select only one visible object!"},
     {ClearSelection, "Are you sure clear the selection?"},
     {SaveChanges, "Save changes to %s?"},
+    {OpenWholeObjects, "The file is damaged, but %s of its objects are whole. Open these as a new document?"},
     {CantUndo, "Can't &Undo"},
     {CantRedo, "Can't &Redo"},
     {UndoShowHide, "Undo show/hide object(s)"},

@@ -35,6 +35,7 @@ enum class Str {
     // Questions
     ClearSelection,
     SaveChanges,
+    OpenWholeObjects,
     // Undo and redo items
     CantUndo,
     CantRedo,

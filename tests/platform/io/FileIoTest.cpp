@@ -2,13 +2,12 @@
 #include "platform/io/AtomicFile.h"
 #include "platform/io/ByteReader.h"
 #include "platform/io/FileBytes.h"
+#include "support/FullDisk.h"
 #include "support/TestPictures.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <array>
-#include <csignal>
 #include <fstream>
 #include <string>
 
@@ -113,16 +112,10 @@ TEST(AtomicFile, LeavesTheOldFileAndNoTraceAfterAFailure)
     fs::create_symlink("loop", folder.File("loop"));
     EXPECT_FALSE(WriteFileAtomically(folder.File("loop"), BytesOf("x")));
 
-    // A limit on file sizes stands for the full disk.
-    rlimit before = {};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small = {1000, before.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool saved = WriteFileAtomically(path, BytesOf(std::string(200'000, 'x')));
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(saved);
+    {
+        const CFullDisk disk(1000);
+        EXPECT_FALSE(WriteFileAtomically(path, BytesOf(std::string(200'000, 'x'))));
+    }
     EXPECT_EQ(Get(path), "old");
     EXPECT_EQ(FilesIn(folder.Path()), 2u);
 }
