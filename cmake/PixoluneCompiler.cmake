@@ -22,6 +22,10 @@ target_compile_options(pixolune_options INTERFACE
   -Wall -Wextra -Wconversion -Wshadow -Werror
   # Results are exact to the last bit: no product may be fused into a sum.
   -ffp-contract=off)
+if(PIXOLUNE_FUZZ)
+  target_compile_options(pixolune_options INTERFACE -Wno-error)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 if(PIXOLUNE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
     -fno-omit-frame-pointer -O1)
