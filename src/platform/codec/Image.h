@@ -11,8 +11,7 @@
 /// The codec seam: readers of single-picture files. Each takes a path and a progress control (or none) and
 /// returns a packed DIB of 1 to 32 bits per pixel, or an empty one when the file cannot be loaded. Alpha in
 /// the file becomes the fourth byte of a 32-bit result. What a library can recover of a truncated file is
-/// returned. Pictures come as they are stored: orientation tags, gamma and profiles are not applied. Nothing
-/// is thrown; sizes are checked before memory is asked for.
+/// returned. Nothing is thrown; sizes are checked before memory is asked for.
 namespace CImage {
 
 [[nodiscard]] CPackedDib LoadBmpFile(const std::filesystem::path& path, IProgress* progress);

@@ -3,11 +3,13 @@
 #include "platform/codec/Cmyk.h"
 #include "platform/codec/Image.h"
 #include "platform/codec/JpegCalls.h"
+#include "platform/codec/Orientation.h"
 #include "platform/codec/RowProgress.h"
 #include "platform/io/FileBytes.h"
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -37,6 +39,7 @@ public:
         if (!m_created || !GuardedJpegCalls(m_failure, [&] {
                 jpeg_mem_src(&m_decoder, file.data(), static_cast<unsigned long>(file.size()));
                 m_decoder.src->fill_input_buffer = OnEndOfData;
+                jpeg_save_markers(&m_decoder, JPEG_APP0 + 1, 0xffff);
                 jpeg_read_header(&m_decoder, TRUE);
             }))
             return std::nullopt;
@@ -46,6 +49,17 @@ public:
         m_maxScans =
             std::clamp(kMaxJpgScannedPixels / std::max<int64_t>(pixels, 1), kFewestScans, kMostScans);
         return Size{static_cast<int>(m_decoder.image_width), static_cast<int>(m_decoder.image_height)};
+    }
+
+    [[nodiscard]] ::Orientation Orientation() const
+    {
+        for (const jpeg_marker_struct* marker = m_decoder.marker_list; marker != nullptr;
+             marker = marker->next) {
+            const ::Orientation found = ExifOrientation({marker->data, marker->data_length});
+            if (found != Orientation::TopLeft)
+                return found;
+        }
+        return Orientation::TopLeft;
     }
 
     /// Decodes into `dib`, of the header's size; what is cut off becomes what the library makes of it. False
@@ -116,5 +130,5 @@ CPackedDib CImage::LoadJPGFile(const std::filesystem::path& path, IProgress* pro
     CPackedDib dib = CPackedDib::CreateForOverwrite(size->width, size->height);
     if (dib.IsEmpty() || !decoder.ReadRows(dib, progress))
         return {};
-    return dib;
+    return TurnUpright(std::move(dib), decoder.Orientation());
 }

@@ -29,19 +29,6 @@ TEST(Corpus, LoadsAsExpected)
     }
 }
 
-TEST(Corpus, CameraTagsDoNotTurnThePicture)
-{
-    REQUIRE_CORPUS(folder, "");
-    const std::filesystem::path path = folder / "jpg/hopper-orientation-6.jpg";
-    std::vector<uint8_t> bytes = FileContent(path);
-    constexpr std::string_view kTags = "Exif";
-    const auto tags = std::ranges::search(bytes, kTags);
-    ASSERT_FALSE(tags.empty());
-    tags.front() = '_';
-    const CTemporaryFolder temporary;
-    EXPECT_TRUE(SameBytes(LoadPicture(path), LoadBytes(bytes, temporary.File("untagged.jpg"))));
-}
-
 TEST(Corpus, TruncatedFilesLoadInPartOrFail)
 {
     REQUIRE_CORPUS(folder, "");
