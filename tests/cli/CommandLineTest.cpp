@@ -61,9 +61,10 @@ TEST(CommandLine, CheckTellsWhatIsWhole)
     std::filesystem::resize_file(path, std::filesystem::file_size(path) - 1);
     ended = Call({"check", path});
     EXPECT_EQ(ended.status, 1);
-    EXPECT_EQ(ended.output, "file \"" + path +
-                                "\"\nfault \"object 1 (a \\\"b\\\"): its pixels end early\"\n"
-                                "result \"does not open, whole objects 1 of 2\"\n");
+    EXPECT_EQ(ended.output,
+              "file \"" + path +
+                  "\"\nfault \"object 1 (a \\\"b\\\"): its pixels lie behind the end of the file\"\n"
+                  "result \"does not open, whole objects 1 of 2\"\n");
 }
 
 TEST(CommandLine, WrongUsageEndsWithTwo)
