@@ -71,26 +71,25 @@ void CPropertiesSession::SetPosition(Point position)
     Changed(before);
 }
 
-void CPropertiesSession::SetSize(Size size)
+bool CPropertiesSession::SetSize(Size size)
 {
     const Rect before = m_object->Rectangle();
     if (!m_open || !m_object->image || before == Rect::At(before.Corner(), size))
-        return;
+        return true;
     if (size == EntrySize()) {
         RestorePicture();
     } else {
         const CPackedDib& entry = m_entryPicture.IsEmpty() ? m_object->image->Dib() : m_entryPicture;
         CPackedDib scaled =
             entry.IsEmpty() ? CPackedDib() : Scale(entry, size.width, size.height, nullptr, 0);
-        if (scaled.IsEmpty()) {
-            Refuse(m_document, Str::OutOfMemory);
-            return;
-        }
+        if (scaled.IsEmpty())
+            return Refuse(m_document, Str::OutOfMemory);
         CPackedDib shown = m_object->image->Exchange(std::move(scaled));
         if (m_entryPicture.IsEmpty())
             m_entryPicture = std::move(shown);
     }
     Changed(before);
+    return true;
 }
 
 void CPropertiesSession::RestorePicture()

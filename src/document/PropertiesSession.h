@@ -31,9 +31,9 @@ public:
     void SetLocked(bool locked);
     void SetTransparency(uint8_t transparency);
     void SetPosition(Point position);
-    /// Shows the entry picture scaled; at its own size the entry picture itself. The object keeps what it
-    /// shows, with a message, when memory runs out.
-    void SetSize(Size size);
+    /// Shows the entry picture scaled; at its own size the entry picture itself. False, and the object keeps
+    /// what it shows, with a message, when memory runs out.
+    bool SetSize(Size size);
 
     void Ok();
     void Cancel();

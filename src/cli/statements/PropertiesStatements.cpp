@@ -58,8 +58,8 @@ std::vector<Entry> TakeEntries(CArguments& arguments, const CPicObject* object)
     return entries;
 }
 
-/// Sets one control; false when the dialog shows it disabled.
-bool Apply(CPropertiesSession& session, const Entry& entry)
+/// Sets one control. Disabled when the dialog shows it so, Failed when it has shown a message instead.
+Outcome Apply(CPropertiesSession& session, const Entry& entry)
 {
     const CPicObject& object = session.Object();
     const Size size = object.Size();
@@ -70,16 +70,14 @@ bool Apply(CPropertiesSession& session, const Entry& entry)
     case Left:
     case Top:
         if (object.locked)
-            return false;
+            return Outcome::Disabled;
         session.SetPosition(entry.key == Left ? Point{entry.number, object.y}
                                               : Point{object.x, entry.number});
         break;
     case Width:
-        session.SetSize({entry.number, size.height});
-        break;
+        return session.SetSize({entry.number, size.height}) ? Outcome::Done : Outcome::Failed;
     case Height:
-        session.SetSize({size.width, entry.number});
-        break;
+        return session.SetSize({size.width, entry.number}) ? Outcome::Done : Outcome::Failed;
     case Transparency:
         session.SetTransparency(static_cast<uint8_t>(entry.number));
         break;
@@ -90,7 +88,7 @@ bool Apply(CPropertiesSession& session, const Entry& entry)
         session.SetLocked(entry.number != 0);
         break;
     }
-    return true;
+    return Outcome::Done;
 }
 
 Outcome Properties(CSession& session, CArguments& arguments)
@@ -112,8 +110,11 @@ Outcome Properties(CSession& session, CArguments& arguments)
 
     CPropertiesSession dialog(document, object);
     // Destroyed without OK, the dialog puts everything back.
-    if (!std::ranges::all_of(entries, [&](const Entry& entry) { return Apply(dialog, entry); }))
-        return Outcome::Disabled;
+    for (const Entry& entry : entries) {
+        const Outcome outcome = Apply(dialog, entry);
+        if (outcome != Outcome::Done)
+            return outcome == Outcome::Failed ? Outcome::Done : outcome;
+    }
     dialog.Ok();
     return Outcome::Done;
 }

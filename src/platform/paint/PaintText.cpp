@@ -158,6 +158,8 @@ QRect ShownPart(const QImage& image)
 CPackedDib CoverageOf(const QImage& image, const QRect& part)
 {
     CPackedDib coverage = CPackedDib::Create(part.width(), part.height(), 8);
+    if (coverage.IsEmpty())
+        return coverage;
     for (int y = 0; y < coverage.Height(); ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(part.top() + y)) + part.left();
         std::transform(row, row + part.width(), coverage.Row(y),
