@@ -1,6 +1,9 @@
 # What is installed beside the programs, and the Debian package: cpack --config build/release/CPackConfig.cmake
 include(GNUInstallDirs)
 
+# Installing does not build the tests.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+
 set(PIXOLUNE_RELEASE_DATE 2026-11-21)
 set(id com.morvandelite.Pixolune)
 set(packaging ${CMAKE_SOURCE_DIR}/packaging)
