@@ -18,7 +18,7 @@ set(hicolor ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 install(DIRECTORY ${packaging}/icons/ DESTINATION ${hicolor} FILES_MATCHING PATTERN *.png)
 install(FILES ${CMAKE_SOURCE_DIR}/src/app/ui/icons/pixolune.svg DESTINATION ${hicolor}/scalable/apps)
 install(FILES ${packaging}/icons/application-x-pixolune.svg DESTINATION ${hicolor}/scalable/mimetypes)
-install(FILES ${packaging}/debian/copyright ${packaging}/debian/changelog DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${packaging}/debian/copyright ${packaging}/debian/changelog DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/pixolune)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME pixolune)
