@@ -9,8 +9,9 @@
 
 /// Room for one enlarged or reduced row.
 struct GatheredRow {
-    /// Most columns that a reader can take of an enlarged or reduced layer.
-    static constexpr int kMaxColumns = 1024;
+    /// Most columns that a reader can take of an enlarged or reduced layer: as many as most windows have, so
+    /// that destination rows follow each other in memory.
+    static constexpr int kMaxColumns = 2048;
     static constexpr int kMaxZoom = 8;
     alignas(64) std::array<uint32_t, kMaxColumns + 4 * kMaxZoom> pixels;
 };
