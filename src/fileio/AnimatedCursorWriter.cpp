@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/AnimatedCursorWriter.h"
 
+#include "fileio/AnimationFrames.h"
 #include "fileio/IconWriter.h"
-#include "model/Compositing.h"
 #include "platform/io/AtomicFile.h"
 
 #include <algorithm>
@@ -55,20 +55,16 @@ CByteWriter FrontOf(const CObjectCanvas& canvas, uint32_t frameCount, uint64_t f
 bool SaveAnimatedCursorFile(const CObjectCanvas& canvas, const std::filesystem::path& path, Point hotSpot,
                             IProgress* progress)
 {
-    const auto count = static_cast<uint32_t>(canvas.CountVisible());
+    const CAnimationFrames frames(canvas);
+    const auto count = static_cast<uint32_t>(frames.Count());
     const uint64_t frameBytes = kChunkHead + IconFileBytes(canvas.Size());
     if (count == 0 || canvas.width <= 0 || canvas.height <= 0 || count * frameBytes > INT32_MAX)
         return false;
     CAtomicFile file(path);
     if (!file.Write(FrontOf(canvas, count, frameBytes).Collected()))
         return false;
-    uint32_t done = 0;
-    for (const Ref<CPicObject>& object : canvas.objects) {
-        if (!object->visible)
-            continue;
-        CObjectList alone;
-        alone.Append(object);
-        const CPackedDib picture = FlattenObjects(alone, canvas.Rectangle());
+    for (uint32_t index = 0; index < count; ++index) {
+        const CPackedDib picture = frames.Frame(index);
         if (picture.IsEmpty())
             return false;
         CByteWriter writer;
@@ -77,9 +73,8 @@ bool SaveAnimatedCursorFile(const CObjectCanvas& canvas, const std::filesystem::
         WriteIcon(writer, picture, IconKind::Cursor, hotSpot);
         if (!file.Write(writer.Collected()))
             return false;
-        ++done;
         if (progress != nullptr)
-            progress->SetPosition(static_cast<int>(done * 100 / count));
+            progress->SetPosition(static_cast<int>((index + 1) * 100 / count));
     }
     return file.Commit();
 }

@@ -138,6 +138,19 @@ void CGifWriter::WriteFrame(const CPackedDib& picture, const CPackedDib& mask, c
     m_writer.U8(0);
 }
 
+void CGifWriter::WriteRepetitions(uint16_t count)
+{
+    constexpr std::string_view kApplication = "NETSCAPE2.0";
+    m_writer.U8(0x21);
+    m_writer.U8(0xFF);
+    m_writer.U8(static_cast<uint8_t>(kApplication.size()));
+    m_writer.Text(kApplication, kApplication.size());
+    m_writer.U8(3);
+    m_writer.U8(1);
+    m_writer.U16(count);
+    m_writer.U8(0);
+}
+
 void CGifWriter::WriteTrailer()
 {
     m_writer.U8(';');

@@ -42,6 +42,9 @@ public:
     /// transparent; empty for none. Progress: rows done * 100 / height.
     void WriteFrame(const CPackedDib& picture, const CPackedDib& mask, const GifFrameOptions& options,
                     IProgress* progress);
+    /// How often an animation is shown again once it has been shown; 0: without end.
+    /// Stands behind the header. Source: the looping extension that all programs know.
+    void WriteRepetitions(uint16_t count);
     void WriteTrailer();
 
     [[nodiscard]] const std::vector<uint8_t>& Bytes() const { return m_writer.Collected(); }

@@ -4,6 +4,7 @@
 #include "platform/codec/AlphaBytes.h"
 #include "platform/codec/DeflateJoint.h"
 #include "platform/codec/PictureWriters.h"
+#include "platform/codec/PngChunk.h"
 #include "platform/codec/PngFilter.h"
 #include "platform/codec/SaveOptions.h"
 #include "platform/io/AtomicFile.h"
@@ -149,42 +150,22 @@ std::vector<Band> CompressPicture(const PngPicture& picture, IProgress* progress
     return bands;
 }
 
-void StoreBig(uint32_t value, uint8_t* out)
-{
-    for (int byte = 0; byte < 4; ++byte)
-        out[byte] = static_cast<uint8_t>(value >> (24 - 8 * byte));
-}
-
 /// The file's parts, in order, to `sink`, a function from bytes to success.
 template <class Sink> bool PutFile(const PngPicture& picture, std::span<const Band> bands, Sink&& sink)
 {
     using Bytes = std::span<const uint8_t>;
-    // A chunk is its length, its name, its bytes, and a checksum of name and bytes.
-    const auto putChunk = [&](const char(&name)[5], Bytes head, Bytes body, Bytes tail) {
-        std::array<uint8_t, 8> start = {};
-        StoreBig(static_cast<uint32_t>(head.size() + body.size() + tail.size()), start.data());
-        std::memcpy(start.data() + 4, name, 4);
-        uint32_t check = libdeflate_crc32(0, start.data() + 4, 4);
-        for (const Bytes part : {head, body, tail})
-            check = part.empty() ? check : libdeflate_crc32(check, part.data(), part.size());
-        std::array<uint8_t, 4> end = {};
-        StoreBig(check, end.data());
-        return sink(Bytes(start)) && sink(head) && sink(body) && sink(tail) && sink(Bytes(end));
-    };
-
-    constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
     constexpr uint8_t kColourTypes[] = {0, 0, 0, 2, 6};
     std::array<uint8_t, 13> header = {};
-    StoreBig(static_cast<uint32_t>(picture.width), header.data());
-    StoreBig(static_cast<uint32_t>(picture.height), header.data() + 4);
+    StoreBigU32(static_cast<uint32_t>(picture.width), header.data());
+    StoreBigU32(static_cast<uint32_t>(picture.height), header.data() + 4);
     header[8] = 8;
     header[9] = kColourTypes[static_cast<size_t>(picture.colour)];
-    if (!sink(Bytes(kSignature)) || !putChunk("IHDR", header, {}, {}))
+    if (!sink(Bytes(kPngSignature)) || !PutPngChunk(sink, "IHDR", header))
         return false;
     if (picture.background && picture.colour != PngColour::Grey) {
         const RgbQuad& colour = *picture.background;
         const std::array<uint8_t, 6> samples = {0, colour.red, 0, colour.green, 0, colour.blue};
-        if (!putChunk("bKGD", samples, {}, {}))
+        if (!PutPngChunk(sink, "bKGD", samples))
             return false;
     }
     constexpr std::array<uint8_t, 2> kZlibHeader = {0x78, 0x5e};
@@ -194,12 +175,12 @@ template <class Sink> bool PutFile(const PngPicture& picture, std::span<const Ba
         const bool isLast = &band == &bands.back();
         adler = JoinAdler(adler, band.adler, band.filteredBytes);
         std::array<uint8_t, 4> check = {};
-        StoreBig(adler, check.data());
-        if (!putChunk("IDAT", isFirst ? Bytes(kZlibHeader) : Bytes(),
-                      band.stream.Bytes().first(band.streamBytes), isLast ? Bytes(check) : Bytes()))
+        StoreBigU32(adler, check.data());
+        if (!PutPngChunk(sink, "IDAT", isFirst ? Bytes(kZlibHeader) : Bytes(),
+                         band.stream.Bytes().first(band.streamBytes), isLast ? Bytes(check) : Bytes()))
             return false;
     }
-    return putChunk("IEND", {}, {}, {});
+    return PutPngChunk(sink, "IEND", {});
 }
 
 bool PutPicture(CAtomicFile& file, const PngPicture& picture, IProgress* progress)
