@@ -35,13 +35,13 @@ bool Redo(CommandContext& context)
 std::string UndoText(const CommandContext& context)
 {
     return HasDocument(context) ? context.document->History().UndoItem().text
-                                : std::string(Text(Str::CantUndo));
+                                : std::string(SourceText(Str::CantUndo));
 }
 
 std::string RedoText(const CommandContext& context)
 {
     return HasDocument(context) ? context.document->History().RedoItem().text
-                                : std::string(Text(Str::CantRedo));
+                                : std::string(SourceText(Str::CantRedo));
 }
 
 template <bool (*command)(CPixoluneView&)> bool OnView(CommandContext& context)

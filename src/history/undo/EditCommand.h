@@ -12,7 +12,7 @@ class CPixoluneDoc;
 /// holds the state that is not current; undo and redo swap it with the document's.
 class CEditCommand {
 public:
-    explicit CEditCommand(Str undoName) : m_name(Text(undoName)) {}
+    explicit CEditCommand(Str undoName) : m_name(SourceText(undoName)) {}
     virtual ~CEditCommand() = default;
     CEditCommand(const CEditCommand&) = delete;
     CEditCommand& operator=(const CEditCommand&) = delete;

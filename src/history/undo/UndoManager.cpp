@@ -6,7 +6,7 @@ namespace {
 HistoryItem ItemFor(const CEditCommand* command, Str nothing)
 {
     if (command == nullptr)
-        return {std::string(Text(nothing)), false};
+        return {std::string(SourceText(nothing)), false};
     return {command->Name(), true};
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <iterator>
+#include <map>
 
 namespace {
 
@@ -105,6 +106,11 @@ constexpr StringRow kRows[] = {
     {UndoMoveSelection, "Undo Move Selection"},
     {PointerPosition, " x=%d y=%d"},
     {DraggedSize, "%d x %d at"},
+    {PointerPane, "Pointer position"},
+    {DraggedRectPane, "Size and place of what is being drawn or selected"},
+    {CanvasSizePane, "Canvas size"},
+    {ZoomPane, "Zoom"},
+    {ProgressPane, "Progress"},
     {MoreColors, "More..."},
     {DoNotAskAgain, "&Do not ask again"},
     {Width, "Width:"},
@@ -116,9 +122,15 @@ constexpr StringRow kRows[] = {
     {SaveDocumentAs, "Save As"},
     {NativeFilter, "Morvandelite Pixolune File(*.pxd)"},
     {RecentFiles, "&Recent Files"},
+    {CanvasDescription, "%1 x %2 pixels, shown at %3 percent, %4 object(s), %5 selected"},
+    {ObjectDescription, "at %1, %2, %3 x %4 pixels, opacity %5 percent"},
+    {StateHidden, "hidden"},
+    {StateLocked, "locked"},
     {ObjectsPanel, "Objects Panel"},
     {Opacity, "Opacity:"},
     {Rename, "&Rename"},
+    {ShowObject, "&Visible"},
+    {LockObject, "&Locked"},
     {ShowAllItems, "Show &All Items"},
     {ShowDetails, "Show &Details"},
     {ThumbnailSize, "&Thumbnail Size"},
@@ -154,6 +166,33 @@ constexpr StringRow kRows[] = {
     {PreserveRatio, "Preserve Ratio"},
     {ToolBar, "Toolbar"},
     {DrawingBar, "Drawing Toolbar"},
+    {PinPanel, "Keep beside the picture"},
+    {UnpinPanel, "Hide at the edge of the window"},
+    {FloatPanel, "Float"},
+    {HidePanel, "Hide"},
+    {WaitingPanels, "Panels at the edge"},
+    {OpenDocuments, "Open documents"},
+    {PageSetup, "Page Setup"},
+    {PrintPreview, "Print Preview"},
+    {PrintFailed, "The picture could not be printed."},
+    {Paper, "Paper"},
+    {PaperSize, "&Size:"},
+    {Portrait, "Po&rtrait"},
+    {Landscape, "&Landscape"},
+    {Margins, "Margins"},
+    {MarginLeft, "L&eft:"},
+    {MarginTop, "&Top:"},
+    {MarginRight, "Ri&ght:"},
+    {MarginBottom, "&Bottom:"},
+    {PrintScale, "Scale"},
+    {FitPage, "&Fit the page"},
+    {ActualSizeAt, "&Actual size at"},
+    {PixelsPerInch, " pixels per inch"},
+    {PrintPosition, "Position"},
+    {CenteredOnPage, "&Centered"},
+    {FromLeftMargin, "From the left &margin:"},
+    {FromTopMargin, "From the to&p margin:"},
+    {Millimetres, " mm"},
     {NewImage, "New Image"},
     {ImageDimension, "Image dimension"},
     {Appearance, "Appearance"},
@@ -335,6 +374,18 @@ constexpr bool RowsStandInOrder()
 }
 static_assert(RowsStandInOrder());
 
+/// What has been translated so far.
+struct TranslatedTexts {
+    TextTranslator translate = nullptr;
+    std::map<std::string, std::string, std::less<>> known;
+};
+
+TranslatedTexts& Translations()
+{
+    static TranslatedTexts texts;
+    return texts;
+}
+
 void ReplaceFirst(std::string& text, std::string_view mark, std::string_view value)
 {
     const size_t at = text.find(mark);
@@ -344,9 +395,30 @@ void ReplaceFirst(std::string& text, std::string_view mark, std::string_view val
 
 } // namespace
 
-std::string_view Text(Str id)
+void SetTextTranslator(TextTranslator translator)
+{
+    Translations() = {translator, {}};
+}
+
+std::string_view SourceText(Str id)
 {
     return kRows[static_cast<size_t>(id)].text;
+}
+
+std::string_view Text(Str id)
+{
+    return Translated(SourceText(id));
+}
+
+std::string_view Translated(std::string_view source)
+{
+    TranslatedTexts& texts = Translations();
+    if (texts.translate == nullptr || source.empty())
+        return source;
+    auto known = texts.known.find(source);
+    if (known == texts.known.end())
+        known = texts.known.emplace(source, texts.translate(source)).first;
+    return known->second;
 }
 
 std::string Text(Str id, std::string_view argument)

@@ -99,6 +99,11 @@ enum class Str {
     // Status bar
     PointerPosition,
     DraggedSize,
+    PointerPane,
+    DraggedRectPane,
+    CanvasSizePane,
+    ZoomPane,
+    ProgressPane,
     // Several dialogs
     MoreColors,
     DoNotAskAgain,
@@ -110,10 +115,17 @@ enum class Str {
     SaveDocumentAs,
     NativeFilter,
     RecentFiles,
+    // Read out
+    CanvasDescription,
+    ObjectDescription,
+    StateHidden,
+    StateLocked,
     // Objects Panel
     ObjectsPanel,
     Opacity,
     Rename,
+    ShowObject,
+    LockObject,
     ShowAllItems,
     ShowDetails,
     ThumbnailSize,
@@ -152,6 +164,35 @@ enum class Str {
     // Bars
     ToolBar,
     DrawingBar,
+    // Panels in their docks
+    PinPanel,
+    UnpinPanel,
+    FloatPanel,
+    HidePanel,
+    WaitingPanels,
+    OpenDocuments,
+    // Printing
+    PageSetup,
+    PrintPreview,
+    PrintFailed,
+    Paper,
+    PaperSize,
+    Portrait,
+    Landscape,
+    Margins,
+    MarginLeft,
+    MarginTop,
+    MarginRight,
+    MarginBottom,
+    PrintScale,
+    FitPage,
+    ActualSizeAt,
+    PixelsPerInch,
+    PrintPosition,
+    CenteredOnPage,
+    FromLeftMargin,
+    FromTopMargin,
+    Millimetres,
     // New Image
     NewImage,
     ImageDimension,
@@ -330,8 +371,18 @@ enum class Str {
     Count
 };
 
-/// The text itself, exact to the blank.
+/// Gives a text of the program's tables in another language; the text itself where it has no translation.
+using TextTranslator = std::string (*)(std::string_view source);
+/// Set once by the program that has somebody to read its texts, before the first is used; without it texts
+/// are what their tables say.
+void SetTextTranslator(TextTranslator translator);
+
+/// The text as the table has it, exact to the blank.
+[[nodiscard]] std::string_view SourceText(Str id);
+/// The text in the language in use.
 [[nodiscard]] std::string_view Text(Str id);
+/// A text of another table in the language in use. It lives as long as the program.
+[[nodiscard]] std::string_view Translated(std::string_view source);
 /// The text with its "%s" replaced.
 [[nodiscard]] std::string Text(Str id, std::string_view argument);
 /// The text with its first and second "%d" replaced.

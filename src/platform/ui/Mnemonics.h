@@ -12,8 +12,10 @@ using Mnemonics = std::set<QChar>;
 /// letters are all in use, stays as it is.
 [[nodiscard]] inline QString WithMnemonic(QString text, Mnemonics& used)
 {
-    if (text.contains(QLatin1Char('&')))
+    if (const qsizetype mark = text.indexOf(QLatin1Char('&')); mark >= 0 && mark + 1 < text.size()) {
+        used.insert(text[mark + 1].toLower());
         return text;
+    }
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (text[i].isLetterOrNumber() && used.insert(text[i].toLower()).second)
             return text.insert(i, QLatin1Char('&'));

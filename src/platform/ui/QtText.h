@@ -14,6 +14,12 @@
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
+/// A text of a table in the language in use.
+[[nodiscard]] inline QString TranslatedQString(std::string_view source)
+{
+    return ToQString(Translated(source));
+}
+
 [[nodiscard]] inline QString ToQString(Str id)
 {
     return ToQString(Text(id));
