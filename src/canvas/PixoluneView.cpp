@@ -194,7 +194,10 @@ void CPixoluneView::TellToolState()
         return;
     m_host->OnCursorChanged(Cursor());
     std::string text;
-    if (const std::optional<Rect> rect = CurrentTool().DraggedRect())
+    std::optional<Rect> rect = CurrentTool().DraggedRect();
+    if (!rect && !m_selection->region.IsEmpty())
+        rect = m_selection->region.Bounds();
+    if (rect)
         text = Text(Str::DraggedSize, rect->Width(), rect->Height()) +
                Text(Str::PointerPosition, rect->left, rect->top);
     if (text == m_draggedRectText)

@@ -26,7 +26,7 @@ public:
     virtual void OnLayoutChanged() {}
     /// The pointer's position for the status bar changed.
     virtual void OnPointerText(const std::string& /*text*/) {}
-    /// The size and place of what is being drawn or dragged changed; empty when nothing is.
+    /// DraggedRectText changed.
     virtual void OnDraggedRectText(const std::string& /*text*/) {}
     virtual void OnToolModeChanged() {}
     /// The text tool was clicked inside the document: the window asks for a text to stand there.
@@ -98,6 +98,8 @@ public:
     [[nodiscard]] CursorShape Cursor() const;
     /// " x=%d y=%d" of the last pointer position; empty before the first.
     [[nodiscard]] const std::string& PointerText() const { return m_pointerText; }
+    /// Size and place of what is being drawn or dragged, or else of the selection; empty when nothing is.
+    [[nodiscard]] const std::string& DraggedRectText() const { return m_draggedRectText; }
 
     // Painting
     /// Paints the client rectangle `area` into `target`, which has its size; every pixel is set, alpha 255.

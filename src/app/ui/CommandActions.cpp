@@ -2,6 +2,7 @@
 #include "app/ui/CommandActions.h"
 
 #include "app/ui/Shortcuts.h"
+#include "app/ui/ToolBarKeys.h"
 #include "platform/ui/Mnemonics.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
@@ -30,9 +31,12 @@ Mnemonics MarkedLetters(std::string_view menu)
 {
     Mnemonics letters;
     for (const CommandRow& row : CommandTable()) {
-        const size_t mark = row.text.find('&');
-        if (row.menu == menu && mark + 1 < row.text.size())
-            letters.insert(QChar::fromLatin1(row.text[mark + 1]).toLower());
+        if (row.menu != menu)
+            continue;
+        const QString text = TranslatedQString(row.text);
+        const qsizetype mark = text.indexOf(QLatin1Char('&'));
+        if (mark >= 0 && mark + 1 < text.size())
+            letters.insert(text[mark + 1].toLower());
     }
     return letters;
 }
@@ -40,7 +44,8 @@ Mnemonics MarkedLetters(std::string_view menu)
 /// The tool tip with the first shortcut behind it.
 QString TipWithShortcut(const CommandRow& row, const QAction& action)
 {
-    const QString tip = row.tip.empty() ? ToQString(row.text).remove(QLatin1Char('&')) : ToQString(row.tip);
+    const QString tip =
+        row.tip.empty() ? TranslatedQString(row.text).remove(QLatin1Char('&')) : TranslatedQString(row.tip);
     if (action.shortcut().isEmpty())
         return tip;
     return QStringLiteral("%1 (%2)").arg(tip, action.shortcut().toString(QKeySequence::NativeText));
@@ -58,8 +63,8 @@ CCommandActions::CCommandActions(QWidget& window, const CShortcuts& shortcuts, C
 
 void CCommandActions::CreateAction(const CommandRow& row, QWidget& window)
 {
-    auto* action = new QAction(ThemedIcon(row.icon), ToQString(row.text), this);
-    action->setStatusTip(ToQString(row.prompt));
+    auto* action = new QAction(ThemedIcon(row.icon), TranslatedQString(row.text), this);
+    action->setStatusTip(TranslatedQString(row.prompt));
     action->setCheckable(row.isChecked != nullptr);
     // Platforms that move such entries into a menu of their own are not to guess from the texts.
     action->setMenuRole(row.id == CommandId::FileExit          ? QAction::QuitRole
@@ -98,7 +103,7 @@ void CCommandActions::FillMenuBar(QMenuBar& bar)
         const std::string_view path = ChildName(row.menu, {});
         if (path.empty() || !known.insert(path).second)
             continue;
-        QMenu* menu = bar.addMenu(WithMnemonic(ToQString(path), mnemonics));
+        QMenu* menu = bar.addMenu(WithMnemonic(TranslatedQString(path), mnemonics));
         connect(menu, &QMenu::aboutToShow, this, [this, menu, path] {
             if (menu->isEmpty())
                 FillFromTable(*menu, path);
@@ -124,7 +129,7 @@ void CCommandActions::FillFromTable(QMenu& menu, std::string_view path)
         if (isItem)
             menu.addAction(m_actions.at(row.id));
         else
-            FillFromTable(*menu.addMenu(WithMnemonic(ToQString(child), mnemonics)),
+            FillFromTable(*menu.addMenu(WithMnemonic(TranslatedQString(child), mnemonics)),
                           row.menu.substr(0, path.size() + 1 + child.size()));
     }
 }
@@ -137,6 +142,7 @@ void CCommandActions::FillToolBar(QToolBar& bar, std::span<const std::optional<C
         else if (QAction* action = Find(*id))
             bar.addAction(action);
     }
+    new CToolBarKeys(bar);
 }
 
 void CCommandActions::FillMenu(QMenu& menu, std::span<const std::optional<CommandId>> commands) const
@@ -165,5 +171,5 @@ void CCommandActions::RefreshOne(const CommandRow& row, const CommandContext& co
     if (row.isChecked)
         action.setChecked(row.isChecked(own));
     if (row.currentText)
-        action.setText(ToQString(row.currentText(own)));
+        action.setText(TranslatedQString(row.currentText(own)));
 }

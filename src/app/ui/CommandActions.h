@@ -33,6 +33,7 @@ public:
     /// Gives every command the keys that it has now.
     void SetShortcuts(const CShortcuts& shortcuts);
     /// A bar of the commands, with a separator where the list has none.
+    /// The arrow keys move between its buttons.
     void FillToolBar(QToolBar& bar, std::span<const std::optional<CommandId>> commands) const;
     /// Adds the commands to a context menu, with separators as in a tool bar.
     void FillMenu(QMenu& menu, std::span<const std::optional<CommandId>> commands) const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/ObjectListModel.h"
 
+#include "canvas/ui/CanvasAccessibility.h"
 #include "document/PanelOperations.h"
 #include "document/StackingOperations.h"
 #include "platform/ui/QtText.h"
@@ -79,6 +80,10 @@ QVariant CObjectListModel::data(const QModelIndex& index, int role) const
     case Qt::EditRole:
     case Qt::ToolTipRole:
         return object->image ? ToQString(object->image->name) : QString();
+    case Qt::AccessibleTextRole:
+        return NameObject(*object);
+    case Qt::AccessibleDescriptionRole:
+        return DescribeObject(*object);
     default:
         return {};
     }

@@ -201,9 +201,33 @@ void CObjectsPanel::ShowMenu(const QPoint& position)
     const QModelIndex index = m_list->indexAt(position);
     if (index.isValid())
         menu.addAction(ToQString(Str::Rename), m_list, [this, index] { m_list->edit(index); });
+    AddFlags(menu);
     menu.addSeparator();
     AddOptions(menu);
     menu.exec(m_list->viewport()->mapToGlobal(position));
+}
+
+/// What clicks on the eye and the lock do, for the keyboard.
+void CObjectsPanel::AddFlags(QMenu& menu)
+{
+    const CObjectList objects = m_model.ObjectsAt(m_list->selectionModel()->selectedIndexes());
+    if (objects.IsEmpty())
+        return;
+    const CPicObject& first = *objects.At(0);
+    const struct {
+        Str text;
+        bool isSet;
+        bool (*set)(CPixoluneDoc& document, const CObjectList& objects, bool value);
+    } flags[] = {{Str::ShowObject, first.visible, SetVisible}, {Str::LockObject, first.locked, SetLocked}};
+    for (const auto& flag : flags) {
+        QAction* action = menu.addAction(ToQString(flag.text));
+        action->setCheckable(true);
+        action->setChecked(flag.isSet);
+        connect(action, &QAction::toggled, this, [this, objects, set = flag.set](bool value) {
+            if (m_model.Document())
+                set(*m_model.Document(), objects, value);
+        });
+    }
 }
 
 void CObjectsPanel::AddOptions(QMenu& menu)

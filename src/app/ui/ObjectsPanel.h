@@ -50,6 +50,7 @@ private:
     void ApplyOpacity();
     void ShowMenu(const QPoint& position);
     void AddOptions(QMenu& menu);
+    void AddFlags(QMenu& menu);
 
     CSettings& m_settings;
     const CCommandActions& m_actions;

@@ -10,10 +10,13 @@
 #include "platform/ui/ThemedIcon.h"
 
 #include <QAbstractSpinBox>
+#include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedLayout>
 #include <QToolButton>
 
@@ -33,6 +36,32 @@ bool IsEndOfTyping(int key)
 {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
 }
+/// Shows a page that is as wide as it needs to be and scrolls when it is higher than its room.
+class CVerticalScroll final : public QScrollArea {
+public:
+    explicit CVerticalScroll(QWidget* page)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setWidget(page);
+    }
+
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        const int page = widget()->minimumSizeHint().width();
+        return {page + verticalScrollBar()->sizeHint().width(), QScrollArea::minimumSizeHint().height()};
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
 
 } // namespace
 
@@ -43,10 +72,16 @@ COptionsPanel::COptionsPanel(CSettings& settings, const CCommandActions& actions
     auto* line = new QFrame;
     line->setFrameShape(QFrame::HLine);
     line->setFrameShadow(QFrame::Sunken);
-    auto* layout = new QVBoxLayout(this);
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
     layout->addWidget(CreateColors());
     layout->addWidget(line);
     layout->addLayout(m_pages, 1);
+    // With large letters a page may be higher than the screen has room for.
+    auto* scroll = new CVerticalScroll(content);
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(scroll);
     Refresh();
 }
 

@@ -6,13 +6,12 @@
 #include <QElapsedTimer>
 #include <QStatusBar>
 
-#include <string>
-
+class CPromptLabel;
 class QLabel;
 class QProgressBar;
 
-/// The main window's status bar: prompt, progress of a long operation, size of what is drawn, pointer
-/// position, canvas size and zoom.
+/// The main window's status bar: prompt, progress of a long operation, pointer position, size of what is
+/// selected or being drawn, canvas size and zoom.
 class CStatusBar final : public QStatusBar {
     Q_OBJECT
 
@@ -24,7 +23,7 @@ public:
     /// taking any input.
     void SetProgress(int percent);
     void SetPointerText(const QString& text);
-    /// Size and place of what is being drawn; empty for nothing.
+    /// Size and place of what is being drawn or selected; empty for nothing.
     void SetDraggedRectText(const QString& text);
     /// zoom as views count it: 2 is twice the size, -2 half of it.
     void SetCanvas(Size size, int zoom);
@@ -35,11 +34,16 @@ public:
     [[nodiscard]] QString PointerText() const;
     [[nodiscard]] QString DraggedRectText() const;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
-    QLabel* m_prompt;
+    void FitPanes();
+
+    CPromptLabel* m_prompt;
     QProgressBar* m_progress;
-    QLabel* m_dragged;
     QLabel* m_pointer;
+    QLabel* m_dragged;
     QLabel* m_size;
     QLabel* m_zoom;
     QElapsedTimer m_lastPaint;

@@ -8,10 +8,11 @@
 
 namespace {
 
-/// What a pointer is made of: a cross with the icon beside it, or the icon alone with its own hot spot.
+/// What a pointer is made of: a cross, with or without an icon beside it, or an icon alone with its own hot
+/// spot.
 struct CursorRow {
     CursorShape shape;
-    const char* icon; ///< none: the window system's shape
+    const char* icon; ///< none, and no cross: the window system's shape
     Qt::CursorShape standard;
     bool cross;
     QPoint hotSpot; ///< on the icon's grid of 24
@@ -21,8 +22,8 @@ using enum CursorShape;
 
 const CursorRow kRows[] = {
     {Arrow, nullptr, Qt::ArrowCursor, false, {}},
-    {DragObjects, nullptr, Qt::SizeAllCursor, false, {}},
-    {MoveSelection, nullptr, Qt::SizeAllCursor, false, {}},
+    {DragObjects, "cursor-drag", Qt::SizeAllCursor, false, {4, 3}},
+    {MoveSelection, "cursor-move", Qt::SizeAllCursor, false, {12, 12}},
     {RectangularSelection, "tool-rectangular-selection", Qt::CrossCursor, true, {}},
     {EllipticalSelection, "tool-elliptical-selection", Qt::CrossCursor, true, {}},
     {LassoSelection, "tool-lasso-selection", Qt::CrossCursor, true, {}},
@@ -31,7 +32,7 @@ const CursorRow kRows[] = {
     {Eraser, "tool-erase", Qt::CrossCursor, false, {9, 20}},
     {FloodFill, "tool-flood-fill", Qt::CrossCursor, false, {20, 21}},
     {PickColor, "tool-pick-color", Qt::CrossCursor, false, {4, 20}},
-    {Shape, nullptr, Qt::CrossCursor, false, {}},
+    {Shape, nullptr, Qt::CrossCursor, true, {}},
     {Hand, nullptr, Qt::OpenHandCursor, false, {}},
 };
 
@@ -66,7 +67,7 @@ void DrawCross(QPainter& painter)
 QCursor CanvasCursor(CursorShape shape, qreal devicePixelRatio)
 {
     const CursorRow& row = kRows[static_cast<size_t>(shape)];
-    if (!row.icon)
+    if (!row.icon && !row.cross)
         return row.standard;
 
     QPixmap pixmap(QSize(kSize, kSize) * devicePixelRatio);
@@ -75,7 +76,8 @@ QCursor CanvasCursor(CursorShape shape, qreal devicePixelRatio)
     QPainter painter(&pixmap);
     if (row.cross) {
         DrawCross(painter);
-        DrawRimmed(painter, row.icon, QRectF(kBesideCross, kBesideCross, 16, 16), devicePixelRatio);
+        if (row.icon)
+            DrawRimmed(painter, row.icon, QRectF(kBesideCross, kBesideCross, 16, 16), devicePixelRatio);
         painter.end();
         return QCursor(pixmap, kCross, kCross);
     }

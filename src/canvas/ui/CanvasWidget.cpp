@@ -136,6 +136,16 @@ void CCanvasWidget::paintEvent(QPaintEvent* event)
             painter.drawImage(QPoint(band.left, band.top), WrapOpaque(target));
         }
     }
+    if (m_showsFocus)
+        PaintFocus(painter);
+}
+
+void CCanvasWidget::PaintFocus(QPainter& painter) const
+{
+    constexpr int kWidth = 2;
+    painter.resetTransform();
+    painter.setPen(QPen(palette().color(QPalette::Highlight), kWidth));
+    painter.drawRect(viewport()->rect().adjusted(kWidth / 2, kWidth / 2, -kWidth / 2, -kWidth / 2));
 }
 
 // Layout
@@ -437,9 +447,18 @@ void CCanvasWidget::keyReleaseEvent(QKeyEvent* event)
     }
 }
 
+void CCanvasWidget::focusInEvent(QFocusEvent* event)
+{
+    m_showsFocus = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    viewport()->update();
+    QAbstractScrollArea::focusInEvent(event);
+}
+
 void CCanvasWidget::focusOutEvent(QFocusEvent* event)
 {
     m_spaceHeld = false;
+    m_showsFocus = false;
+    viewport()->update();
     ShowCursor();
     QAbstractScrollArea::focusOutEvent(event);
 }

@@ -53,6 +53,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool event(QEvent* event) override;
@@ -73,6 +74,7 @@ private:
     void UpdateClientSize();
     void UpdateScrollBars();
     void ShowCursor();
+    void PaintFocus(QPainter& painter) const;
     void PanTo(Point client);
     /// Gives up the selection of pixels or, without one, that of objects; false without either.
     bool ClearMarks();
@@ -89,6 +91,7 @@ private:
     std::optional<Point> m_panFrom;
     qreal m_ratio = 0; ///< device pixels a pixel when the client size was taken
     bool m_spaceHeld = false;
+    bool m_showsFocus = false; ///< the keyboard brought the focus here
     bool m_updatingBars = false;
     int m_wheelRest = 0; ///< what is left of a notch, in eighths of a degree
 };
