@@ -29,6 +29,9 @@ enum class CommandId {
     FileSaveAsCur,
     FileSaveAsAni,
     FileClose,
+    FilePageSetup,
+    FilePrintPreview,
+    FilePrint,
     FileExit,
     // Edit
     EditUndo,
@@ -67,6 +70,7 @@ enum class CommandId {
     ViewObjectsPanel,
     ViewOptionsPanel,
     ViewFullScreen,
+    ViewResetLayout,
     // Object
     ObjectNew,
     ObjectDuplicate,
@@ -124,10 +128,14 @@ enum class CommandId {
     ToolPolygon,
     // Window
     WindowNew,
-    WindowTile,
+    WindowTabs,
     WindowCascade,
+    WindowTileHorizontally,
+    WindowTileVertically,
     WindowNext,
     WindowPrevious,
+    WindowClose,
+    WindowCloseAll,
     // Help
     HelpTopics,
     HelpKeyboard,

@@ -19,6 +19,15 @@ constexpr CommandRow kRows[] = {
      "Ctrl+Shift+S", "save-as", HasShellAndDocument, nullptr, RunInShell},
 };
 
+constexpr CommandRow kPrintRows[] = {
+    {FilePageSetup, "File", 2, "Page Set&up...", "Change the paper and how the picture stands on it",
+     "Page Setup", "", "page-setup", HasShell, nullptr, RunInShell},
+    {FilePrintPreview, "File", 2, "Print Pre&view", "Display full pages", "Print Preview", "Ctrl+Alt+P",
+     "print-preview", HasShellAndDocument, nullptr, RunInShell},
+    {FilePrint, "File", 2, "&Print...", "Print the active document", "Print", "Ctrl+P", "print",
+     HasShellAndDocument, nullptr, RunInShell},
+};
+
 constexpr CommandRow kExitRow = {
     FileExit,  "File",   9,  "E&xit",  "Quit the application; prompts to save documents",
     "Exit",    "Ctrl+Q", "", HasShell, nullptr,
@@ -33,6 +42,7 @@ std::vector<CommandRow> JoinRows()
         rows.push_back({static_cast<CommandId>(id++), "File/Save &As...", 1, format.menuText, format.prompt,
                         format.tip, "", "", HasShellAndDocument, nullptr, RunInShell});
     }
+    rows.insert(rows.end(), std::begin(kPrintRows), std::end(kPrintRows));
     rows.push_back(kExitRow);
     return rows;
 }

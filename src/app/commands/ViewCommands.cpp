@@ -87,6 +87,8 @@ constexpr CommandRow kRows[] = {
      "panel-objects", HasShell, IsCheckedInShell, RunInShell},
     {ViewStatusBar, "View", 3, "&Status Bar", "Show or hide the status bar", "", "", "", HasShell,
      IsCheckedInShell, RunInShell},
+    {ViewResetLayout, "View", 3, "&Reset Layout",
+     "Put bars, panels and windows back to where they were first", "", "", "", HasShell, nullptr, RunInShell},
     {ViewFullScreen, "View", 4, "&Full Screen", "Uses the whole screen for the program", "", "F11",
      "full-screen", HasShell, IsCheckedInShell, RunInShell},
 };

@@ -4,6 +4,7 @@
 #include "canvas/ui/CanvasWidget.h"
 #include "platform/ui/QtText.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 
 CChildFrame::CChildFrame(CPixoluneDoc& document, CloseQuestion mayClose)
@@ -25,18 +26,43 @@ CChildFrame::~CChildFrame()
     // The widget speaks to the view until it is gone.
     delete m_canvas;
     m_view.reset();
-    Q_EMIT Closed(&m_document);
+    Q_EMIT Closed(this, &m_document);
 }
 
 void CChildFrame::closeEvent(QCloseEvent* event)
 {
     m_view->CancelDrag();
-    event->setAccepted(m_mayClose(*this));
+    m_closing = m_closing || m_mayClose(*this);
+    event->setAccepted(m_closing);
+}
+
+void CChildFrame::CloseUnasked()
+{
+    m_closing = true;
+    close();
+}
+
+void CChildFrame::SetNumber(int number)
+{
+    if (number == m_number)
+        return;
+    m_number = number;
+    OnStateChanged();
+}
+
+void CChildFrame::OnContentChanged()
+{
+    if (QAccessible::isActive()) {
+        QAccessibleEvent event(m_canvas, QAccessible::DescriptionChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+    Q_EMIT StateChanged();
 }
 
 void CChildFrame::OnStateChanged()
 {
-    setWindowTitle(ToQString(m_document.Title()) + QStringLiteral("[*]"));
+    const QString number = m_number > 0 ? QStringLiteral(":%1").arg(m_number) : QString();
+    setWindowTitle(ToQString(m_document.Title()) + number + QStringLiteral("[*]"));
     setWindowModified(m_document.IsModified());
     setToolTip(PathToQString(m_document.Path()));
     Q_EMIT StateChanged();

@@ -10,7 +10,7 @@
 
 class CCanvasWidget;
 
-/// One tab of the main window: a canvas view of a document.
+/// One window on a document: a canvas view with a zoom, a tool and a selection of its own.
 class CChildFrame final : public QMdiSubWindow, private IDocumentObserver {
     Q_OBJECT
 
@@ -25,23 +25,33 @@ public:
     [[nodiscard]] CPixoluneView& View() { return *m_view; }
     [[nodiscard]] CCanvasWidget& Canvas() { return *m_canvas; }
 
+    /// Distinguishes the windows of one document by ":1", ":2"; 0 when it is the only one.
+    void SetNumber(int number);
+    /// Closes the window when whether to keep the document has been settled.
+    void CloseUnasked();
+    /// The window was closed and waits for its deletion.
+    [[nodiscard]] bool IsClosing() const { return m_closing; }
+
 Q_SIGNALS:
     /// Something that enables or names commands changed.
     void StateChanged();
-    /// The view is gone; the document may go as well.
-    void Closed(CPixoluneDoc* document);
+    /// The view is gone, and all of the frame but its address; the document may go as well.
+    void Closed(CChildFrame* frame, CPixoluneDoc* document);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void OnObjectsChanged() override { Q_EMIT StateChanged(); }
-    void OnObjectSelectionChanged() override { Q_EMIT StateChanged(); }
-    void OnCanvasSizeChanged() override { Q_EMIT StateChanged(); }
+    void OnObjectsChanged() override { OnContentChanged(); }
+    void OnObjectSelectionChanged() override { OnContentChanged(); }
+    void OnCanvasSizeChanged() override { OnContentChanged(); }
+    void OnContentChanged();
     void OnStateChanged() override;
 
     CPixoluneDoc& m_document;
     std::unique_ptr<CPixoluneView> m_view;
     CCanvasWidget* m_canvas;
     CloseQuestion m_mayClose;
+    int m_number = 0;
+    bool m_closing = false;
 };

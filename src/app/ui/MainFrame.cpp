@@ -7,26 +7,28 @@
 #include "app/ui/CommandActions.h"
 #include "app/ui/CommandSearch.h"
 #include "app/ui/DialogCommands.h"
+#include "app/ui/DocumentArea.h"
 #include "app/ui/Help.h"
 #include "app/ui/ObjectsPanel.h"
 #include "app/ui/OptionsPanel.h"
+#include "app/ui/PanelDock.h"
+#include "app/ui/PanelLayout.h"
 #include "app/ui/PreferencesDialog.h"
 #include "app/ui/StatusBar.h"
+#include "canvas/ui/CanvasAccessibility.h"
 #include "canvas/ui/CanvasWidget.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
 
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMdiArea>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QSettings>
-#include <QTabBar>
 #include <QTimer>
 #include <QToolBar>
 
@@ -36,12 +38,14 @@ using enum CommandId;
 
 constexpr QLatin1String kGeometryKey("XWorkspace/Geometry");
 constexpr QLatin1String kLayoutKey("XWorkspace/Layout");
+constexpr QLatin1String kUnpinnedKey("XWorkspace/Unpinned");
+constexpr QLatin1String kTabbedKey("XWorkspace/Tabbed");
 /// Raised whenever bars or panels are added, so that layouts of older versions are not mistaken for it.
-constexpr int kLayoutVersion = 1;
+constexpr int kLayoutVersion = 2;
 
-constexpr int kPanelWidth = 260;
-constexpr int kOptionsHeight = 270;
-constexpr int kObjectsHeight = 440;
+constexpr QSize kFirstSize(1280, 820);
+constexpr QSize kOptionsSize(260, 270);
+constexpr QSize kObjectsSize(260, 440);
 
 constexpr std::optional<CommandId> kSeparator;
 
@@ -98,29 +102,35 @@ constexpr std::optional<CommandId> kCanvasMenu[] = {
     kSeparator,    ObjectTrim, ObjectProperties,
 };
 
+/// What the menu of the bars and docks offers.
+constexpr std::optional<CommandId> kWindowParts[] = {
+    ViewToolBar,   ViewDrawingBar, ViewOptionsPanel, ViewObjectsPanel,
+    ViewStatusBar, kSeparator,     ViewResetLayout,
+};
+
 } // namespace
 
 CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
     : m_app(app), m_configuration(configuration), m_shortcuts(configuration), m_recentFiles(configuration),
-      m_files(app, m_recentFiles, *this),
+      m_files(app, m_recentFiles, *this), m_printing(configuration, *this),
       m_help(std::make_unique<CHelp>(m_shortcuts, configuration, [this] { return CurrentHelpPage(); })),
-      m_tabs(new QMdiArea), m_statusBar(new CStatusBar),
-      m_actions(new CCommandActions(*this, m_shortcuts, [this] { return Context(); }))
+      m_area(new CDocumentArea([this](CPixoluneDoc& document) { return m_files.MayClose(document); })),
+      m_statusBar(new CStatusBar),
+      m_actions(new CCommandActions(*this, m_shortcuts, [this] { return Context(); })),
+      m_panels(new CPanelLayout(*this))
 {
+    InstallCanvasAccessibility();
     setWindowIcon(ApplicationIcon());
     setWindowTitle(ToQString(Str::ApplicationTitle));
     setAcceptDrops(true);
     setStatusBar(m_statusBar);
-
-    m_tabs->setViewMode(QMdiArea::TabbedView);
-    m_tabs->setDocumentMode(true);
-    m_tabs->setTabsClosable(true);
-    m_tabs->setTabsMovable(true);
-    if (auto* bar = m_tabs->findChild<QTabBar*>())
-        bar->setExpanding(false);
-    m_tabs->setFrameShape(QFrame::NoFrame);
-    setCentralWidget(m_tabs);
-    connect(m_tabs, &QMdiArea::subWindowActivated, this, &CMainFrame::OnFrameActivated);
+    setCentralWidget(m_area);
+    connect(m_area, &CDocumentArea::FrameActivated, this, &CMainFrame::Refresh);
+    connect(m_area, &CDocumentArea::DocumentClosed, this, &CMainFrame::OnDocumentClosed);
+    connect(m_panels, &CPanelLayout::FocusReturned, this, [this] {
+        if (CChildFrame* frame = ActiveFrame())
+            frame->Canvas().setFocus();
+    });
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &CMainFrame::ScheduleRefresh);
 
     connect(m_actions, &CCommandActions::Ran, this, &CMainFrame::ScheduleRefresh);
@@ -135,7 +145,8 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
 
 CMainFrame::~CMainFrame()
 {
-    // Tabs report their end; that must find the window whole.
+    // Windows of documents report their end; that must find this one whole.
+    disconnect(m_area, &CDocumentArea::FrameActivated, this, nullptr);
     delete takeCentralWidget();
 }
 
@@ -145,41 +156,53 @@ void CMainFrame::CreateBars()
         QToolBar*& bar;
         const char* name;
         Str title;
-        Qt::ToolBarArea area;
         std::span<const std::optional<CommandId>> commands;
-    } rows[] = {{m_mainBar, "MainBar", Str::ToolBar, Qt::TopToolBarArea, kMainBar},
-                {m_drawingBar, "DrawingBar", Str::DrawingBar, Qt::LeftToolBarArea, kDrawingBar}};
+    } rows[] = {{m_mainBar, "MainBar", Str::ToolBar, kMainBar},
+                {m_drawingBar, "DrawingBar", Str::DrawingBar, kDrawingBar}};
     for (const auto& row : rows) {
-        row.bar = new QToolBar(ToQString(row.title));
+        row.bar = new QToolBar(ToQString(row.title), this);
         row.bar->setObjectName(QLatin1String(row.name));
         m_actions->FillToolBar(*row.bar, row.commands);
-        addToolBar(row.area, row.bar);
     }
+    PlaceBars();
+}
+
+void CMainFrame::PlaceBars()
+{
+    addToolBar(Qt::TopToolBarArea, m_mainBar);
+    addToolBar(Qt::LeftToolBarArea, m_drawingBar);
+    m_mainBar->show();
+    m_drawingBar->show();
 }
 
 void CMainFrame::CreatePanels()
 {
     const struct {
-        QDockWidget*& dock;
+        CPanelDock*& dock;
         const char* name;
         Str title;
         const char* helpPage;
-    } rows[] = {{m_optionsDock, "OptionsPanel", Str::OptionsPanel, "options-panel"},
-                {m_objectsDock, "ObjectsPanel", Str::ObjectsPanel, "objects-panel"}};
+        QSize size;
+    } rows[] = {{m_optionsDock, "OptionsPanel", Str::OptionsPanel, "options-panel", kOptionsSize},
+                {m_objectsDock, "ObjectsPanel", Str::ObjectsPanel, "objects-panel", kObjectsSize}};
     for (const auto& row : rows) {
-        row.dock = new QDockWidget(ToQString(row.title));
-        row.dock->setObjectName(QLatin1String(row.name));
+        row.dock = new CPanelDock(ToQString(row.title), QLatin1String(row.name), row.size);
         SetHelpPage(*row.dock, row.helpPage);
-        addDockWidget(Qt::RightDockWidgetArea, row.dock);
+        m_panels->Add(*row.dock);
+        connect(row.dock, &QDockWidget::visibilityChanged, this, &CMainFrame::ScheduleRefresh);
     }
-    resizeDocks({m_optionsDock, m_objectsDock}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
-    resizeDocks({m_optionsDock, m_objectsDock}, {kOptionsHeight, kObjectsHeight}, Qt::Vertical);
+    m_panels->Reset();
 }
 
-void CMainFrame::showEvent(QShowEvent* event)
+void CMainFrame::paintEvent(QPaintEvent* event)
 {
-    QMainWindow::showEvent(event);
-    QTimer::singleShot(0, this, &CMainFrame::FillPanels);
+    QMainWindow::paintEvent(event);
+    if (std::exchange(m_hasAppeared, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        Q_EMIT Appeared();
+        FillPanels();
+    });
 }
 
 void CMainFrame::FillPanels()
@@ -200,17 +223,22 @@ void CMainFrame::FillPanels()
 void CMainFrame::RestoreLayout()
 {
     if (!restoreGeometry(m_configuration.value(kGeometryKey).toByteArray()))
-        resize(1280, 820);
+        resize(kFirstSize.boundedTo(screen()->availableSize()));
     restoreState(m_configuration.value(kLayoutKey).toByteArray(), kLayoutVersion);
+    m_panels->SetUnpinned(m_configuration.value(kUnpinnedKey).toStringList());
+    if (!m_configuration.value(kTabbedKey, true).toBool())
+        m_area->Arrange(WindowArrangement::Cascade);
 }
 
 void CMainFrame::SaveLayout()
 {
     m_configuration.setValue(kGeometryKey, saveGeometry());
     m_configuration.setValue(kLayoutKey, saveState(kLayoutVersion));
+    m_configuration.setValue(kUnpinnedKey, m_panels->Unpinned());
+    m_configuration.setValue(kTabbedKey, m_area->IsTabbed());
 }
 
-// Documents and tabs
+// Documents and their windows
 
 CChildFrame* CMainFrame::OpenFile(const QString& path)
 {
@@ -220,38 +248,36 @@ CChildFrame* CMainFrame::OpenFile(const QString& path)
 
 CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
 {
-    auto* frame = new CChildFrame(document, [this](CChildFrame& closing) { return MayClose(closing); });
-    m_tabs->addSubWindow(frame);
-    connect(frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
-    connect(frame, &CChildFrame::Closed, this, &CMainFrame::OnFrameClosed);
-    connect(&frame->Canvas(), &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
-    connect(&frame->Canvas(), &CCanvasWidget::DraggedRectTextChanged, m_statusBar,
-            &CStatusBar::SetDraggedRectText);
-    connect(&frame->Canvas(), &CCanvasWidget::ColorUnderPointer, this, [this](uint32_t pixel) {
+    CChildFrame* frame = m_area->Open(document);
+    Connect(*frame);
+    Refresh();
+    return frame;
+}
+
+void CMainFrame::Connect(CChildFrame& frame)
+{
+    CCanvasWidget& canvas = frame.Canvas();
+    connect(&frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
+    connect(&canvas, &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
+    connect(&canvas, &CCanvasWidget::DraggedRectTextChanged, m_statusBar, &CStatusBar::SetDraggedRectText);
+    connect(&canvas, &CCanvasWidget::ColorUnderPointer, this, [this](uint32_t pixel) {
         if (m_optionsPanel)
             m_optionsPanel->ShowPickedPixel(pixel);
     });
-    connect(&frame->Canvas(), &CCanvasWidget::PaintColorsChanged, this, [this] {
+    connect(&canvas, &CCanvasWidget::PaintColorsChanged, this, [this] {
         if (m_optionsPanel)
             m_optionsPanel->Refresh();
     });
-    connect(&frame->Canvas(), &CCanvasWidget::MenuRequested, this, [this](const QPoint& position) {
+    connect(&canvas, &CCanvasWidget::MenuRequested, this, [this](const QPoint& position) {
         Refresh();
         QMenu menu;
         m_actions->FillMenu(menu, kCanvasMenu);
         menu.exec(position);
     });
-    frame->showMaximized();
-    frame->Canvas().setFocus();
-    m_activeFrame = frame;
-    Refresh();
-    return frame;
 }
 
-void CMainFrame::OnFrameClosed(CPixoluneDoc* document)
+void CMainFrame::OnDocumentClosed(CPixoluneDoc* document)
 {
-    if (m_activeFrame && &m_activeFrame->Document() == document)
-        m_activeFrame = nullptr;
     if (m_objectsPanel && m_objectsPanel->Document() == document)
         m_objectsPanel->SetDocument(nullptr);
     m_app.CloseDocument(document);
@@ -260,36 +286,12 @@ void CMainFrame::OnFrameClosed(CPixoluneDoc* document)
 
 CChildFrame* CMainFrame::ActiveFrame() const
 {
-    return m_activeFrame;
-}
-
-void CMainFrame::OnFrameActivated(QMdiSubWindow* window)
-{
-    // While another program's window is active no tab is; commands still act on the one that is seen.
-    if (auto* frame = qobject_cast<CChildFrame*>(window))
-        m_activeFrame = frame;
-    Refresh();
-}
-
-bool CMainFrame::MayClose(CChildFrame& frame)
-{
-    m_tabs->setActiveSubWindow(&frame);
-    return m_files.MayClose(frame.Document());
-}
-
-bool CMainFrame::MayCloseAll()
-{
-    for (QMdiSubWindow* window : m_tabs->subWindowList()) {
-        auto* frame = qobject_cast<CChildFrame*>(window);
-        if (frame && !MayClose(*frame))
-            return false;
-    }
-    return true;
+    return m_area->ActiveFrame();
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event)
 {
-    const bool closing = MayCloseAll();
+    const bool closing = m_area->MayCloseAll();
     if (closing)
         SaveLayout();
     event->setAccepted(closing);
@@ -341,6 +343,7 @@ void CMainFrame::Refresh()
     const QString title = ToQString(Str::ApplicationTitle);
     if (CChildFrame* frame = ActiveFrame()) {
         m_statusBar->SetCanvas(frame->Document().Canvas().Size(), frame->View().Zoom());
+        m_statusBar->SetDraggedRectText(ToQString(frame->View().DraggedRectText()));
         setWindowTitle(frame->windowTitle() + QStringLiteral(" - ") + title);
         setWindowModified(frame->isWindowModified());
     } else {
@@ -357,38 +360,57 @@ void CMainFrame::changeEvent(QEvent* event)
         ScheduleRefresh();
 }
 
-QWidget* CMainFrame::PartOf(CommandId id) const
+void CMainFrame::keyPressEvent(QKeyEvent* event)
 {
-    switch (id) {
-    case ViewToolBar:
-        return m_mainBar;
-    case ViewDrawingBar:
-        return m_drawingBar;
-    case ViewStatusBar:
-        return m_statusBar;
-    case ViewOptionsPanel:
-        return m_optionsDock;
-    case ViewObjectsPanel:
-        return m_objectsDock;
-    default:
-        return nullptr;
-    }
+    if (event->key() == Qt::Key_Escape && isFullScreen())
+        RunFullScreen();
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
+QMenu* CMainFrame::createPopupMenu()
+{
+    Refresh();
+    auto* menu = new QMenu(this);
+    m_actions->FillMenu(*menu, kWindowParts);
+    return menu;
+}
+
+QWidget* CMainFrame::BarOf(CommandId id) const
+{
+    return id == ViewToolBar      ? static_cast<QWidget*>(m_mainBar)
+           : id == ViewDrawingBar ? static_cast<QWidget*>(m_drawingBar)
+           : id == ViewStatusBar  ? m_statusBar
+                                  : nullptr;
+}
+
+CPanelDock* CMainFrame::DockOf(CommandId id) const
+{
+    return id == ViewOptionsPanel ? m_optionsDock : id == ViewObjectsPanel ? m_objectsDock : nullptr;
 }
 
 bool CMainFrame::IsWindowCommandChecked(CommandId id) const
 {
     if (id == ViewFullScreen)
         return isFullScreen();
-    const QWidget* part = PartOf(id);
-    return part && part->isVisibleTo(this);
+    if (id == WindowTabs)
+        return m_area->IsTabbed();
+    if (const CPanelDock* dock = DockOf(id))
+        return m_panels->IsShown(*dock);
+    const QWidget* bar = BarOf(id);
+    return bar && !bar->isHidden();
 }
 
 bool CMainFrame::RunWindowCommand(CommandId id)
 {
     // Help on a dialog is help on the command that opened it.
     const QScopedValueRollback running(m_running, std::optional(id));
-    if (QWidget* part = PartOf(id)) {
-        part->setVisible(!part->isVisibleTo(this));
+    if (QWidget* bar = BarOf(id)) {
+        bar->setVisible(bar->isHidden());
+        return true;
+    }
+    if (CPanelDock* dock = DockOf(id)) {
+        m_panels->SetShown(*dock, !m_panels->IsShown(*dock));
         return true;
     }
     CChildFrame* frame = ActiveFrame();
@@ -406,7 +428,13 @@ bool CMainFrame::RunWindowCommand(CommandId id)
     case FileSaveAs:
         return frame && m_files.SaveAs(frame->Document());
     case FileClose:
-        return frame && frame->close();
+        return frame && m_area->CloseDocument(frame->Document());
+    case FilePageSetup:
+        return m_printing.SetUpPage();
+    case FilePrintPreview:
+        return frame && m_printing.Preview(frame->Document());
+    case FilePrint:
+        return frame && m_printing.Print(frame->Document());
     case FileExit:
         return close();
     case ObjectAddImages:
@@ -417,17 +445,30 @@ bool CMainFrame::RunWindowCommand(CommandId id)
         return RunPreferences();
     case ViewFullScreen:
         return RunFullScreen();
+    case ViewResetLayout:
+        return RunResetLayout();
+    case WindowNew:
+        return frame && Show(frame->Document());
+    case WindowTabs:
+    case WindowCascade:
+    case WindowTileHorizontally:
+    case WindowTileVertically:
+        return RunArrange(id);
     case WindowNext:
-        m_tabs->activateNextSubWindow();
+        m_area->activateNextSubWindow();
         return true;
     case WindowPrevious:
-        m_tabs->activatePreviousSubWindow();
+        m_area->activatePreviousSubWindow();
         return true;
     case HelpTopics:
     case HelpKeyboard:
         return RunHelp(id);
     case HelpFindCommand:
         return RunFindCommand();
+    case WindowClose:
+        return frame && frame->close();
+    case WindowCloseAll:
+        return m_area->CloseAll();
     case HelpAbout:
         return RunAbout();
     default:
@@ -498,6 +539,24 @@ bool CMainFrame::RunFullScreen()
     return true;
 }
 
+bool CMainFrame::RunResetLayout()
+{
+    PlaceBars();
+    m_statusBar->show();
+    m_panels->Reset();
+    m_area->Arrange(WindowArrangement::Tabs);
+    return true;
+}
+
+bool CMainFrame::RunArrange(CommandId id)
+{
+    m_area->Arrange(id == WindowCascade            ? WindowArrangement::Cascade
+                    : id == WindowTileHorizontally ? WindowArrangement::TileHorizontally
+                    : id == WindowTileVertically   ? WindowArrangement::TileVertically
+                                                   : WindowArrangement::Tabs);
+    return true;
+}
+
 // Menus that list files and windows
 
 void CMainFrame::ExtendMenu(QMenu& menu, const QString& path)
@@ -536,14 +595,14 @@ void CMainFrame::AddWindowList(QMenu& menu)
     m_windowEntries.clear();
     m_windowEntries.push_back(menu.addSeparator());
     int number = 0;
-    for (QMdiSubWindow* window : m_tabs->subWindowList()) {
+    for (CChildFrame* window : m_area->Frames()) {
         QString name = window->windowTitle();
         name.replace(QLatin1String("[*]"), window->isWindowModified() ? QLatin1String("*") : QLatin1String());
         name.replace(QLatin1Char('&'), QLatin1String("&&"));
         QAction* entry = menu.addAction(QStringLiteral("&%1  %2").arg(++number).arg(name));
         entry->setCheckable(true);
-        entry->setChecked(window == m_activeFrame);
-        connect(entry, &QAction::triggered, window, [this, window] { m_tabs->setActiveSubWindow(window); });
+        entry->setChecked(window == ActiveFrame());
+        connect(entry, &QAction::triggered, window, [this, window] { m_area->setActiveSubWindow(window); });
         m_windowEntries.push_back(entry);
     }
 }

@@ -3,23 +3,24 @@
 
 #include "app/CommandTable.h"
 #include "app/ui/FileDialogs.h"
+#include "app/ui/Printing.h"
 #include "app/ui/Shortcuts.h"
 
 #include <QMainWindow>
 
 class CChildFrame;
 class CCommandActions;
+class CDocumentArea;
 class CHelp;
 class CObjectsPanel;
 class COptionsPanel;
+class CPanelDock;
+class CPanelLayout;
 class CStatusBar;
-class QDockWidget;
-class QMdiArea;
-class QMdiSubWindow;
 class QMenu;
 class QSettings;
 
-/// The program's window: menus, tool bars, status bar, and a tab for every open document.
+/// The program's window: menus, tool bars, status bar, panels, and the windows of the open documents.
 class CMainFrame final : public QMainWindow, private IShell {
     Q_OBJECT
 
@@ -29,41 +30,46 @@ public:
     ~CMainFrame() override;
 
     [[nodiscard]] CStatusBar& StatusBar() { return *m_statusBar; }
-    /// Opens the file in a new tab; none when it cannot be loaded, which the user has been told.
+    /// Opens the file in a new window; none when it cannot be loaded, which the user has been told.
     CChildFrame* OpenFile(const QString& path);
-    /// Shows a document in a new tab.
+    /// Shows a document in a window, or in another one.
     CChildFrame* Show(CPixoluneDoc& document);
     [[nodiscard]] CChildFrame* ActiveFrame() const;
     /// None for a command that has no row in the table.
     [[nodiscard]] QAction* Action(CommandId id) const;
 
+Q_SIGNALS:
+    /// The window is on the screen; what takes time may begin.
+    void Appeared();
+
 protected:
-    void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    [[nodiscard]] QMenu* createPopupMenu() override;
 
 private:
     bool RunWindowCommand(CommandId id) override;
     [[nodiscard]] bool IsWindowCommandChecked(CommandId id) const override;
 
     void CreateBars();
+    void PlaceBars();
     void CreatePanels();
     /// What the docks hold; made once the window is on the screen.
     void FillPanels();
     void RestoreLayout();
     void SaveLayout();
     [[nodiscard]] CommandContext Context();
-    void OnFrameActivated(QMdiSubWindow* window);
-    void OnFrameClosed(CPixoluneDoc* document);
+    void Connect(CChildFrame& frame);
+    void OnDocumentClosed(CPixoluneDoc* document);
     void ScheduleRefresh();
     void Refresh();
     void ExtendMenu(QMenu& menu, const QString& path);
     void AddRecentFiles(QMenu& menu);
     void AddWindowList(QMenu& menu);
-    bool MayClose(CChildFrame& frame);
-    bool MayCloseAll();
 
     // One window command each; false when it was cancelled.
     bool RunNew();
@@ -75,27 +81,33 @@ private:
     bool RunFullScreen();
     /// The help page of the command that is running, or of the tool.
     [[nodiscard]] QString CurrentHelpPage() const;
-    /// The part of the window that a View command shows and hides; none for other commands.
-    [[nodiscard]] QWidget* PartOf(CommandId id) const;
+    bool RunResetLayout();
+    bool RunArrange(CommandId id);
+    /// The bar that a View command shows and hides; none for other commands.
+    [[nodiscard]] QWidget* BarOf(CommandId id) const;
+    /// The dock that a View command shows and hides; none for other commands.
+    [[nodiscard]] CPanelDock* DockOf(CommandId id) const;
 
     CPixoluneApp& m_app;
     QSettings& m_configuration;
     CShortcuts m_shortcuts;
     CRecentFiles m_recentFiles;
     CFileDialogs m_files;
+    CPrinting m_printing;
     std::unique_ptr<CHelp> m_help;
     std::optional<CommandId> m_running; ///< the window command at work
-    QMdiArea* m_tabs;
-    CChildFrame* m_activeFrame = nullptr; ///< the tab that is seen
+    CDocumentArea* m_area;
     CStatusBar* m_statusBar;
     CCommandActions* m_actions;
     QToolBar* m_mainBar = nullptr;
     QToolBar* m_drawingBar = nullptr;
-    QDockWidget* m_optionsDock = nullptr;
-    QDockWidget* m_objectsDock = nullptr;
+    CPanelLayout* m_panels;
+    CPanelDock* m_optionsDock = nullptr;
+    CPanelDock* m_objectsDock = nullptr;
     COptionsPanel* m_optionsPanel = nullptr; ///< none before the window is on the screen
     CObjectsPanel* m_objectsPanel = nullptr; ///< none before the window is on the screen
     QMenu* m_recentMenu = nullptr;
     std::vector<QAction*> m_windowEntries;
     bool m_refreshPending = false;
+    bool m_hasAppeared = false;
 };

@@ -5,6 +5,7 @@
 #include "app/ui/MainFrame.h"
 #include "app/ui/QtClipboard.h"
 #include "app/ui/QtUserInterface.h"
+#include "app/ui/Translations.h"
 #include "platform/ui/QtText.h"
 
 #include <QAction>
@@ -38,7 +39,7 @@ int main(int argc, char** argv)
     // A fast stroke goes through every point that the mouse or the pen reports.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication::setAttribute(Qt::AA_CompressTabletEvents, false);
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("pixolune"));
     QApplication::setApplicationVersion(QStringLiteral(PIXOLUNE_VERSION));
 
@@ -52,12 +53,15 @@ int main(int argc, char** argv)
     const QCommandLineOption command(QStringLiteral("command"),
                                      QStringLiteral("Run a command, found as Find Command does."),
                                      QStringLiteral("words"));
-    arguments.addOptions({grab, part, command});
+    QCommandLineOption pseudoLocale(QStringLiteral("pseudo-locale"));
+    pseudoLocale.setFlags(QCommandLineOption::HiddenFromHelp);
+    arguments.addOptions({grab, part, command, pseudoLocale});
     arguments.addHelpOption();
     arguments.addVersionOption();
     arguments.addPositionalArgument(QStringLiteral("file"), QStringLiteral("Pictures to open."),
                                     QStringLiteral("[file...]"));
     arguments.process(application);
+    InstallTranslations(application, arguments.isSet(pseudoLocale) ? Language::Pseudo : Language::Desktop);
 
     const std::unique_ptr<QSettings> configuration = OpenUserConfiguration();
     CSettingsStore store(*configuration);
@@ -73,25 +77,29 @@ int main(int argc, char** argv)
         if (CPixoluneDoc* document = app.NewDocument())
             window.Show(*document);
     }
-    for (const QString& file : files)
-        window.OpenFile(file);
+    const std::vector<const CommandRow*> commands = arguments.isSet(command)
+                                                        ? SearchCommands(ToUtf8(arguments.value(command)))
+                                                        : std::vector<const CommandRow*>();
+    if (arguments.isSet(command) && commands.empty())
+        return 1;
+    QObject::connect(&window, &CMainFrame::Appeared, &window, [&] {
+        for (const QString& file : files)
+            window.OpenFile(file);
+        if (!commands.empty())
+            QTimer::singleShot(0, window.Action(commands.front()->id), &QAction::trigger);
+        if (arguments.isSet(grab)) {
+            QTimer::singleShot(kGrabMs, &window, [&] {
+                QApplication::exit(Grab(window, arguments.value(grab), arguments.value(part)));
+            });
+        }
+    });
     window.show();
     // Where no window manager does, the window takes the keyboard itself.
     window.activateWindow();
-    if (arguments.isSet(command)) {
-        const auto found = SearchCommands(ToUtf8(arguments.value(command)));
-        if (found.empty())
-            return 1;
-        QTimer::singleShot(0, window.Action(found.front()->id), &QAction::trigger);
-    }
-    if (arguments.isSet(grab)) {
-        QTimer::singleShot(kGrabMs, &window, [&] {
-            QApplication::exit(Grab(window, arguments.value(grab), arguments.value(part)));
-        });
-        return QApplication::exec();
-    }
 
     const int status = QApplication::exec();
+    if (arguments.isSet(grab))
+        return status;
     app.Settings().WriteAll(store);
     return status;
 }

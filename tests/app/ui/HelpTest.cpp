@@ -135,7 +135,7 @@ TEST_F(CWindowTest, HelpWindowGoesBackAndForwardAndSearches)
 TEST_F(CWindowTest, HelpOpensThePageOfWhatHasTheKeyboard)
 {
     m_window.Show(*m_app.NewDocument());
-    m_window.show();
+    ShowWindow();
     m_window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
     const auto pageHere = [&](QWidget* part) {

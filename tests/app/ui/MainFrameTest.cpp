@@ -163,8 +163,7 @@ TEST_F(CWindowTest, StatusBarTellsTheSizeOfWhatIsDrawn)
 {
     CChildFrame* frame = m_window.OpenFile(WritePicture(m_folder, "green.png"));
     ASSERT_NE(frame, nullptr);
-    m_window.show();
-    QTest::qWait(1);
+    ShowWindow();
     QWidget* port = frame->Canvas().viewport();
     const ViewGeometry& geometry = frame->View().Geometry();
     const auto at = [&](int x, int y) {
@@ -178,12 +177,14 @@ TEST_F(CWindowTest, StatusBarTellsTheSizeOfWhatIsDrawn)
         QTest::mouseMove(port, at(5, 8));
         EXPECT_EQ(text(), "7 x 12 at x=5 y=8");
         QTest::mouseRelease(port, Qt::LeftButton, {}, at(5, 8));
-        EXPECT_EQ(text(), "");
+        EXPECT_EQ(text(), "7 x 12 at x=5 y=8") << "the selection";
     }
     frame->View().SetMode(ToolMode::RectangularSelection);
     QTest::mousePress(port, Qt::LeftButton, {}, at(8, 14));
     QTest::mouseMove(port, at(18, 15));
     EXPECT_EQ(text(), "7 x 12 at x=15 y=9") << "the selection is dragged";
+    QTest::keyClick(&frame->Canvas(), Qt::Key_Escape);
+    EXPECT_EQ(text(), "7 x 12 at x=5 y=8");
     QTest::keyClick(&frame->Canvas(), Qt::Key_Escape);
     EXPECT_EQ(text(), "");
 }

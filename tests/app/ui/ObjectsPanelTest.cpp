@@ -21,8 +21,7 @@ protected:
         for (const char* name : {"a", "b", "c"})
             canvas.objects.Append(ObjectAt(UniformDib(20, 20, 0xFF336699), 0, 0, name));
         Document().Adopt(std::move(canvas));
-        m_window.show();
-        QTest::qWait(1);
+        ShowWindow();
         m_list = m_window.findChild<CObjectsList*>();
     }
 

@@ -72,8 +72,7 @@ TEST(ToolPage, StoresEveryEditAtOnceAndShowsEverySetting)
 TEST_F(CWindowTest, OptionsPanelShowsThePageOfTheToolInUse)
 {
     m_window.Show(*m_app.NewDocument());
-    m_window.show();
-    QTest::qWait(1);
+    ShowWindow();
     auto* panel = m_window.findChild<COptionsPanel*>();
     ASSERT_NE(panel, nullptr);
     const auto shown = [panel] {
@@ -92,8 +91,7 @@ TEST_F(CWindowTest, PickedColoursArriveInThePanel)
 {
     m_app.Settings().Set(Setting::InitColor, 0x332211);
     CChildFrame* frame = m_window.Show(*m_app.NewDocument());
-    m_window.show();
-    QTest::qWait(1);
+    ShowWindow();
     m_window.Action(CommandId::ToolPickColor)->trigger();
     QTest::qWait(1);
     auto* panel = m_window.findChild<COptionsPanel*>();

@@ -185,7 +185,7 @@ TEST_F(CWindowTest, FoundCommandRunsWithEnterAndADisabledOneDoesNot)
 TEST_F(CWindowTest, LettersChooseToolsUnlessTheyAreTyped)
 {
     CChildFrame* frame = m_window.Show(*m_app.NewDocument());
-    m_window.show();
+    ShowWindow();
     m_window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
     EXPECT_TRUE(frame->Canvas().hasFocus());

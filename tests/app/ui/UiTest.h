@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/ui/MainFrame.h"
+#include "app/ui/ObjectsPanel.h"
 #include "platform/clipboard/Clipboard.h"
 #include "support/TestPictures.h"
 
@@ -38,6 +39,13 @@ template <typename Dialog, typename Act> void OnNextDialog(Act act)
     });
 }
 
+/// Shows the window and waits for its panels, which are made when it is on the screen.
+inline void ShowWithPanels(CMainFrame& window)
+{
+    window.show();
+    ASSERT_TRUE(QTest::qWaitFor([&window] { return window.findChild<CObjectsPanel*>() != nullptr; }));
+}
+
 /// A main window with everything it needs, and a folder for files.
 class CWindowTest : public testing::Test {
 protected:
@@ -48,4 +56,6 @@ protected:
                               QSettings::IniFormat};
     CPixoluneApp m_app{m_ui, m_clipboard};
     CMainFrame m_window{m_app, m_configuration};
+
+    void ShowWindow() { ShowWithPanels(m_window); }
 };
