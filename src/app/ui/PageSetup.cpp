@@ -79,7 +79,8 @@ void PageSetup::Save(QSettings& configuration) const
 QList<QRectF> FrameOnPages(QSizeF picture, const PageSetup& setup)
 {
     const QSizeF room = setup.page.paintRect(QPageLayout::Millimeter).size();
-    const QSizeF size = setup.fitsPage ? picture.scaled(room, Qt::KeepAspectRatio)
+    const QSizeF free = setup.isCentered ? room : room - QSizeF(setup.offset.x(), setup.offset.y());
+    const QSizeF size = setup.fitsPage ? picture.scaled(free.expandedTo({1, 1}), Qt::KeepAspectRatio)
                                        : picture * (kMillimetresPerInch / setup.resolution);
     const QPointF corner =
         setup.isCentered ? QPointF((room.width() - size.width()) / 2, (room.height() - size.height()) / 2)

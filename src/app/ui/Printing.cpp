@@ -28,6 +28,7 @@ bool PrintFrame(const CPixoluneDoc& document, const PageSetup& setup, QPrinter& 
     if (picture.isNull() || !painter.begin(&printer))
         return false;
     painter.setRenderHint(QPainter::SmoothPixmapTransform, setup.fitsPage);
+    painter.setRenderHint(QPainter::LosslessImageRendering);
     const double scale = printer.resolution() / kMillimetresPerInch;
     painter.scale(scale, scale);
     const QRectF room(QPointF(), setup.page.paintRect(QPageLayout::Millimeter).size());

@@ -74,11 +74,12 @@ protected:
                    60;
         };
         constexpr int kNear = 2;
+        constexpr int kBesideBlend = 8; ///< the smooth step from red to blue
         const int middle = place.center().y();
         EXPECT_TRUE(isColor(place.left() - kNear, middle, Qt::white));
         EXPECT_TRUE(isColor(place.left() + kNear, middle, Qt::red));
-        EXPECT_TRUE(isColor(place.center().x() - kNear, middle, Qt::red));
-        EXPECT_TRUE(isColor(place.center().x() + kNear, middle, Qt::blue));
+        EXPECT_TRUE(isColor(place.center().x() - kBesideBlend, middle, Qt::red));
+        EXPECT_TRUE(isColor(place.center().x() + kBesideBlend, middle, Qt::blue));
         EXPECT_TRUE(isColor(place.right() - kNear, middle, Qt::blue));
         EXPECT_TRUE(isColor(place.right() + kNear, middle, Qt::white));
         const int column = place.left() + place.width() / 4;
@@ -114,7 +115,7 @@ TEST_F(CPrintingTest, FrameFitsBetweenTheMargins)
     const QList<QImage> turned = Print(200, 100);
     ASSERT_EQ(turned.size(), 1);
     EXPECT_EQ(turned[0].size(), QSize(842, 595));
-    ExpectPicture(turned[0].copy(0, 0, ToPoints(297 - 50), 595), {34, 15, 217, 108.5});
+    ExpectPicture(turned[0], {34, 15, 213, 106.5});
 }
 
 TEST_F(CPrintingTest, ActualSizeFollowsTheResolution)
@@ -136,7 +137,9 @@ TEST_F(CPrintingTest, LargeFrameContinuesOnMorePages)
     const QList<QImage> pages = Print(70, 120);
     ASSERT_EQ(pages.size(), 4);
     const auto color = [&pages](int page, double x, double y) {
-        return QColor(pages[page].pixel(ToPoints(x), ToPoints(y)));
+        const QColor shown(pages[page].pixel(ToPoints(x), ToPoints(y)));
+        const auto full = [](int part) { return part > 127 ? 255 : 0; };
+        return QColor(full(shown.red()), full(shown.green()), full(shown.blue()));
     };
     EXPECT_EQ(color(0, 22, 280), QColor(Qt::red));
     EXPECT_EQ(color(0, 22, 290), QColor(Qt::white)) << "the margin stays clear";
