@@ -3,6 +3,7 @@
 
 #include "canvas/ToolFactory.h"
 #include "canvas/ViewPainting.h"
+#include "model/Compositing.h"
 
 CPixoluneView::CPixoluneView(CPixoluneDoc& document, IViewHost* host) : m_document(document), m_host(host)
 {
@@ -123,6 +124,10 @@ void CPixoluneView::Press(const MouseInput& input)
     // A second button during a drag is not a new drag.
     if (m_held != MouseButton::None)
         return;
+    if (IsPlaying()) {
+        SetPlaying(false);
+        return;
+    }
     m_held = input.button;
     FollowPointer(input.client);
     CurrentTool().Down(input);
@@ -214,12 +219,41 @@ void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
     if (!shown.IsEmpty()) {
         const BitmapView part = target.Part(shown.Moved(-area.left, -area.top));
         const Point origin{shown.left - image.left, shown.top - image.top};
-        const Rect window = Rect::At({-image.left, -image.top}, m_geometry.client);
-        m_frameCache.Paint(part, origin, window, m_document.Canvas(), m_geometry.zoom, m_floating);
+        if (m_playback) {
+            PaintBackdrop(part, origin);
+            CompositeForDisplay(part, origin, m_playback->Shown(), m_geometry.zoom);
+        } else {
+            const Rect window = Rect::At({-image.left, -image.top}, m_geometry.client);
+            m_frameCache.Paint(part, origin, window, m_document.Canvas(), m_geometry.zoom, m_floating);
+        }
     }
+    if (m_playback)
+        return;
     PaintFrames(target, area);
     m_outline.Paint(target, area, m_geometry, m_outlineOffset, m_outlinePhase);
     CurrentTool().PaintFeedback(target, area);
+}
+
+void CPixoluneView::SetPlaying(bool isPlaying)
+{
+    if (isPlaying == IsPlaying())
+        return;
+    m_playback.reset();
+    if (isPlaying) {
+        CancelDrag();
+        m_playback.emplace(m_document.Canvas());
+    }
+    InvalidateAll();
+    if (m_host != nullptr)
+        m_host->OnPlaybackChanged();
+}
+
+void CPixoluneView::StepPlayback()
+{
+    if (!m_playback)
+        return;
+    m_playback->Step();
+    InvalidateDocument(m_document.Canvas().Rectangle());
 }
 
 void CPixoluneView::PaintFrames(const BitmapView& target, const Rect& area) const
@@ -259,6 +293,7 @@ void CPixoluneView::AskForText(Point documentPoint)
 
 void CPixoluneView::OnFrameChanged(const Rect& rect)
 {
+    SetPlaying(false);
     if (!rect.IsEmpty())
         InvalidateDocument(rect);
 }
@@ -270,5 +305,6 @@ void CPixoluneView::OnObjectSelectionChanged()
 
 void CPixoluneView::OnCanvasSizeChanged()
 {
+    SetPlaying(false);
     Relayout();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "canvas/AnimationPlayback.h"
 #include "canvas/FrameCache.h"
 #include "canvas/SelectionOutline.h"
 #include "canvas/SelectionState.h"
@@ -36,6 +37,8 @@ public:
     virtual void OnColourUnderPointer(uint32_t /*pixel*/) {}
     /// A paint colour of the settings was picked from the picture.
     virtual void OnPaintColoursChanged() {}
+    /// The animation began or ended to play.
+    virtual void OnPlaybackChanged() {}
 };
 
 /// A document's canvas as one window shows it: zoom, scroll position, tool and selection. Mouse messages
@@ -101,6 +104,15 @@ public:
     /// Size and place of what is being drawn or dragged, or else of the selection; empty when nothing is.
     [[nodiscard]] const std::string& DraggedRectText() const { return m_draggedRectText; }
 
+    // Animation
+    [[nodiscard]] bool IsPlaying() const { return m_playback.has_value(); }
+    /// Shows the visible objects one after another, bottom first, and nothing else, or ends that. There must
+    /// be a visible object. A change of the document and a press of the mouse end it, too; the press does
+    /// nothing else.
+    void SetPlaying(bool isPlaying);
+    /// On to the next object; the window calls it from a timer.
+    void StepPlayback();
+
     // Painting
     /// Paints the client rectangle `area` into `target`, which has its size; every pixel is set, alpha 255.
     void Paint(const BitmapView& target, const Rect& area) const;
@@ -116,6 +128,7 @@ public:
     void SetFloating(const FloatingImage& floating) { m_floating = floating; }
 
     void OnFrameChanged(const Rect& rect) override;
+    void OnObjectsChanged() override { SetPlaying(false); }
     void OnObjectSelectionChanged() override;
     void OnCanvasSizeChanged() override;
 
@@ -142,6 +155,7 @@ private:
     std::string m_pointerText;
     std::string m_draggedRectText;
     FloatingImage m_floating;
+    std::optional<CAnimationPlayback> m_playback; ///< while the animation plays
     TextStyle m_lastTextStyle;
     Ref<CSelectionState> m_selection = MakeShared<CSelectionState>();
     CSelectionOutline m_outline;

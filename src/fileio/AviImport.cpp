@@ -4,7 +4,6 @@
 #include "fileio/LoadedPicture.h"
 #include "fileio/StreamTags.h"
 #include "platform/io/ByteReader.h"
-#include "platform/video/VideoFile.h"
 
 #include <algorithm>
 #include <array>
@@ -15,42 +14,43 @@ namespace {
 /// Everything up to the end of the main header.
 constexpr size_t kFrontBytes = 32 + 56;
 
-struct MainHeader {
-    uint32_t frameCount = 0;
-    uint32_t width = 0;
-    uint32_t height = 0;
-};
+} // namespace
 
-bool ReadMainHeader(const std::filesystem::path& path, MainHeader& header)
+std::optional<AviHeader> ReadAviHeader(const std::filesystem::path& path)
 {
     std::array<uint8_t, kFrontBytes> front{};
     std::ifstream file(path, std::ios::binary);
     if (!file.read(reinterpret_cast<char*>(front.data()), kFrontBytes))
-        return false;
+        return std::nullopt;
     CByteReader reader(front);
-    return ReadTag(reader, "RIFF") && reader.Skip(4) && ReadTag(reader, "AVI ") && ReadTag(reader, "LIST") &&
-           reader.Skip(4) && ReadTag(reader, "hdrl") && ReadTag(reader, "avih") && reader.Skip(4) &&
-           reader.Skip(4 * 4) && reader.ReadU32(header.frameCount) && reader.Skip(3 * 4) &&
-           reader.ReadU32(header.width) && reader.ReadU32(header.height);
+    uint32_t frameCount = 0;
+    uint32_t width = 0;
+    uint32_t height = 0;
+    const bool isRead = ReadTag(reader, "RIFF") && reader.Skip(4) && ReadTag(reader, "AVI ") &&
+                        ReadTag(reader, "LIST") && reader.Skip(4) && ReadTag(reader, "hdrl") &&
+                        ReadTag(reader, "avih") && reader.Skip(4) && reader.Skip(4 * 4) &&
+                        reader.ReadU32(frameCount) && reader.Skip(3 * 4) && reader.ReadU32(width) &&
+                        reader.ReadU32(height);
+    if (!isRead || width > INT32_MAX || height > INT32_MAX ||
+        uint64_t{width} * height > static_cast<uint64_t>(kMaxPicturePixels))
+        return std::nullopt;
+    return AviHeader{frameCount, {static_cast<int>(width), static_cast<int>(height)}};
 }
 
-uint16_t DelayOf(FrameRate rate)
+uint16_t FrameDelayOf(FrameRate rate)
 {
     if (rate.rate <= 0)
         return 0;
     return static_cast<uint16_t>(std::clamp(rate.scale * 100.0 / rate.rate + 0.5, 0.0, 65535.0));
 }
 
-} // namespace
-
 bool LoadAviFile(CObjectCanvas& canvas, const std::filesystem::path& path, IProgress* progress)
 {
-    MainHeader header;
-    if (!ReadMainHeader(path, header) || header.width > INT32_MAX || header.height > INT32_MAX ||
-        uint64_t{header.width} * header.height > static_cast<uint64_t>(kMaxPicturePixels))
+    const std::optional<AviHeader> header = ReadAviHeader(path);
+    if (!header)
         return false;
-    canvas.width = static_cast<int>(header.width);
-    canvas.height = static_cast<int>(header.height);
+    canvas.width = header->size.width;
+    canvas.height = header->size.height;
     CVideoFile video;
     if (!video.Open(path))
         return false;
@@ -65,11 +65,11 @@ bool LoadAviFile(CObjectCanvas& canvas, const std::filesystem::path& path, IProg
         if (isDelivered) {
             pixels += int64_t{frame.Width()} * frame.Height();
             AppendPicture(canvas, std::move(frame));
-            canvas.frameDelay = DelayOf(video.Rate());
+            canvas.frameDelay = FrameDelayOf(video.Rate());
         }
         counter += 100;
-        if (progress != nullptr && header.frameCount != 0)
-            progress->SetPosition(static_cast<int>(std::min<uint64_t>(counter / header.frameCount, 100)));
+        if (progress != nullptr && header->frameCount != 0)
+            progress->SetPosition(static_cast<int>(std::min<uint64_t>(counter / header->frameCount, 100)));
         isDelivered = isDelivered && pixels <= kMaxLoadedPixels;
     }
     return true;

@@ -2,6 +2,7 @@
 #include "fileio/FormatTable.h"
 
 #include "fileio/AnimatedCursorReader.h"
+#include "fileio/AnimationPreviews.h"
 #include "fileio/AviImport.h"
 #include "fileio/GifReader.h"
 #include "fileio/IconReader.h"
@@ -28,13 +29,13 @@ bool ReadNative(CObjectCanvas& canvas, const std::filesystem::path& path, AppSer
 }
 
 constexpr FormatRow kRows[] = {
-    {"GIF animation", "GIF", ReadObjects<LoadGifFile>},
-    {"Windows icon", "ICO", ReadObjects<LoadIconFile>},
-    {"Windows cursor", "CUR", ReadObjects<LoadIconFile>},
-    {"Windows animated cursor", "ANI", ReadObjects<LoadAnimatedCursorFile>},
-    {"AVI video", "AVI", ReadObjects<LoadAviFile>},
-    {"Pixolune document", "PXD", ReadNative, true},
-    {"Layered picture", "PSD", LoadPsdFile},
+    {"GIF animation", "GIF", ReadObjects<LoadGifFile>, FileContents::Frames, PreviewGifFile},
+    {"Windows icon", "ICO", ReadObjects<LoadIconFile>, FileContents::Images},
+    {"Windows cursor", "CUR", ReadObjects<LoadIconFile>, FileContents::Images},
+    {"Windows animated cursor", "ANI", ReadObjects<LoadAnimatedCursorFile>, FileContents::Frames},
+    {"AVI video", "AVI", ReadObjects<LoadAviFile>, FileContents::Frames, PreviewAviFile, false, true},
+    {"Pixolune document", "PXD", ReadNative, FileContents::Objects, nullptr, true},
+    {"Layered picture", "PSD", LoadPsdFile, FileContents::Objects, PreviewPsdFile},
     {"Windows bitmap", "BMP DIB", ReadSinglePicture<CImage::LoadBmpFile>},
     {"JPEG picture", "JPG JPEG", ReadSinglePicture<CImage::LoadJPGFile>},
     {"PC Paintbrush picture", "PCX", ReadSinglePicture<CImage::LoadPCXFile>},

@@ -28,6 +28,23 @@ constexpr CommandRow kPrintRows[] = {
      HasShellAndDocument, nullptr, RunInShell},
 };
 
+bool CanExportAnimation(const CommandContext& context)
+{
+    return HasShellAndDocument(context) && context.document->Canvas().CountVisible() > 0;
+}
+
+constexpr CommandRow kExportRow = {FileExportAnimation,
+                                   "File",
+                                   1,
+                                   "&Export Animation...",
+                                   "Write the visible objects as the frames of an animation",
+                                   "Export Animation",
+                                   "",
+                                   "export-animation",
+                                   CanExportAnimation,
+                                   nullptr,
+                                   RunInShell};
+
 constexpr CommandRow kExitRow = {
     FileExit,  "File",   9,  "E&xit",  "Quit the application; prompts to save documents",
     "Exit",    "Ctrl+Q", "", HasShell, nullptr,
@@ -42,6 +59,7 @@ std::vector<CommandRow> JoinRows()
         rows.push_back({static_cast<CommandId>(id++), "File/Save &As...", 1, format.menuText, format.prompt,
                         format.tip, "", "", HasShellAndDocument, nullptr, RunInShell});
     }
+    rows.push_back(kExportRow);
     rows.insert(rows.end(), std::begin(kPrintRows), std::end(kPrintRows));
     rows.push_back(kExitRow);
     return rows;

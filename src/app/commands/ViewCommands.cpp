@@ -56,6 +56,22 @@ constexpr CommandRow ZoomRow(CommandId id, std::string_view text, std::string_vi
             ZoomTo<zoom>};
 }
 
+bool CanPlay(const CommandContext& context)
+{
+    return HasView(context) && context.document->Canvas().CountVisible() > 1;
+}
+
+bool IsPlaying(const CommandContext& context)
+{
+    return HasView(context) && context.view->IsPlaying();
+}
+
+bool PlayOrStop(CommandContext& context)
+{
+    context.view->SetPlaying(!context.view->IsPlaying());
+    return true;
+}
+
 constexpr CommandRow kRows[] = {
     {ViewZoomIn, "View", 0, "Zoom &In", "Zoom in", "Zoom In", "Ctrl++; Ctrl+=", "zoom-in", CanZoomIn, nullptr,
      ZoomIn},
@@ -77,6 +93,9 @@ constexpr CommandRow kRows[] = {
     ZoomRow<-6>(ViewSixth, "1 : &6", "Change the view one-sixth the actual size", ""),
     ZoomRow<-7>(ViewSeventh, "1 : &7", "Change the view one-seventh the actual size", ""),
     ZoomRow<-8>(ViewEighth, "1 : &8", "Change the view one-eighth the actual size", ""),
+    {ViewPlayAnimation, "View", 5, "P&lay Animation",
+     "Show the visible objects one after another in the window, or stop that", "Play Animation", "F9", "play",
+     CanPlay, IsPlaying, PlayOrStop},
     {ViewToolBar, "View", 3, "&Toolbar", "Show or hide the toolbar", "", "", "", HasShell, IsCheckedInShell,
      RunInShell},
     {ViewDrawingBar, "View", 3, "&Drawing Toolbar", "Show or hide the drawing toolbar", "", "", "", HasShell,

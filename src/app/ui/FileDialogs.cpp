@@ -4,11 +4,13 @@
 #include "app/ui/NewImageDialog.h"
 #include "fileio/NativeFile.h"
 #include "fileio/NativeSalvage.h"
+#include "fileio/ui/DialogFilters.h"
+#include "fileio/ui/ExportAnimationDialog.h"
+#include "fileio/ui/OpenFilesDialog.h"
 #include "fileio/ui/SaveAsDialog.h"
 #include "platform/ui/QtText.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QMessageBox>
 
 namespace {
@@ -23,18 +25,33 @@ CPixoluneDoc* CFileDialogs::New()
     return dialog.exec() == QDialog::Accepted ? m_app.NewDocument() : nullptr;
 }
 
-QString CFileDialogs::Folder(const CPixoluneDoc* document) const
+QString CFileDialogs::FolderOf(const CPixoluneDoc& document) const
 {
-    if (document && !document->Path().empty())
-        return QFileInfo(PathToQString(document->Path())).absolutePath();
+    return document.Path().empty() ? OpenFolder() : QFileInfo(PathToQString(document.Path())).absolutePath();
+}
+
+QString CFileDialogs::OpenFolder() const
+{
+    const QString chosen = m_recentFiles.Folder();
+    if (QFileInfo(chosen).isDir())
+        return chosen;
     const QStringList recent = m_recentFiles.Paths();
     return recent.isEmpty() ? QDir::homePath() : QFileInfo(recent.first()).absolutePath();
 }
 
+QStringList CFileDialogs::ChooseFiles(Str title, const QStringList& filters, QFileDialog::FileMode mode)
+{
+    COpenFilesDialog dialog(title, filters, m_app.Settings(), OpenFolder(), &m_window);
+    dialog.setFileMode(mode);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    m_recentFiles.SetFolder(dialog.directory().absolutePath());
+    return dialog.selectedFiles();
+}
+
 QStringList CFileDialogs::ChooseToOpen()
 {
-    return QFileDialog::getOpenFileNames(&m_window, ToQString(Str::OpenFile), Folder(nullptr),
-                                         ToQString(Str::OpenFilter));
+    return ChooseFiles(Str::OpenFile, OpenFilters());
 }
 
 CPixoluneDoc* CFileDialogs::Open(const QString& path)
@@ -73,7 +90,7 @@ bool CFileDialogs::Save(CPixoluneDoc& document)
 bool CFileDialogs::SaveAs(CPixoluneDoc& document)
 {
     const QString name = QFileInfo(ToQString(document.Title())).completeBaseName();
-    QFileDialog dialog(&m_window, ToQString(Str::SaveDocumentAs), Folder(&document),
+    QFileDialog dialog(&m_window, ToQString(Str::SaveDocumentAs), FolderOf(document),
                        ToQString(Str::NativeFilter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(kNativeEnding);
@@ -92,22 +109,28 @@ bool CFileDialogs::SaveTo(CPixoluneDoc& document, const QString& path)
 bool CFileDialogs::Export(CPixoluneDoc& document, const SaveFormatRow& format)
 {
     const QString name = QFileInfo(ToQString(document.Title())).completeBaseName();
-    CSaveAsDialog dialog(format, m_app.Settings(), document.Canvas().Size(), Folder(&document), name,
-                         &m_window);
+    CSaveAsDialog dialog(format, m_app.Settings(), document.Canvas(), FolderOf(document), name, &m_window);
     return dialog.exec() == QDialog::Accepted &&
            SaveDocumentAs(document, ToPath(dialog.selectedFiles().value(0)), format, dialog.Options());
 }
 
+bool CFileDialogs::ExportFrames(CPixoluneDoc& document)
+{
+    const QString name = QFileInfo(ToQString(document.Title())).completeBaseName();
+    CExportAnimationDialog dialog(document.Canvas(), m_app.Settings(), FolderOf(document), name, &m_window);
+    return dialog.exec() == QDialog::Accepted &&
+           ExportAnimation(document, ToPath(dialog.selectedFiles().value(0)), dialog.Options());
+}
+
 bool CFileDialogs::Add(CPixoluneDoc& document, AddKind kind)
 {
-    const bool video = kind == AddKind::Avi;
-    QFileDialog dialog(&m_window, ToQString(video ? Str::AddAviFile : Str::AddImageFiles), Folder(&document),
-                       ToQString(video ? Str::AviFilter : Str::OpenFilter));
-    dialog.setFileMode(video ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
-    if (dialog.exec() != QDialog::Accepted)
+    const QStringList files = kind == AddKind::Avi ? ChooseFiles(Str::AddAviFile, {ToQString(Str::AviFilter)},
+                                                                 QFileDialog::ExistingFile)
+                                                   : ChooseFiles(Str::AddImageFiles, OpenFilters());
+    if (files.isEmpty())
         return false;
     std::vector<std::filesystem::path> paths;
-    for (const QString& path : dialog.selectedFiles())
+    for (const QString& path : files)
         paths.push_back(ToPath(path));
     return AddFiles(document, paths, kind);
 }

@@ -6,6 +6,7 @@
 #include "fileio/DocumentFiles.h"
 #include "fileio/SaveAs.h"
 
+#include <QFileDialog>
 #include <QStringList>
 
 class QWidget;
@@ -30,6 +31,8 @@ public:
     bool SaveAs(CPixoluneDoc& document);
     /// Asks for a name and the options of the format, and writes the picture.
     bool Export(CPixoluneDoc& document, const SaveFormatRow& format);
+    /// Asks for a name and how the animation plays, and writes the visible objects as its frames.
+    bool ExportFrames(CPixoluneDoc& document);
     /// Asks for pictures, or for a video, and adds them as objects.
     bool Add(CPixoluneDoc& document, AddKind kind);
     /// Asks what to do about unsaved changes; false when the document is to stay open.
@@ -39,7 +42,13 @@ private:
     /// Offers what can be read of a damaged native file; none when it holds nothing or the user declines.
     [[nodiscard]] CPixoluneDoc* OpenWholeObjects(const std::filesystem::path& path);
     bool SaveTo(CPixoluneDoc& document, const QString& path);
-    [[nodiscard]] QString Folder(const CPixoluneDoc* document) const;
+    /// Where a document is saved at first.
+    [[nodiscard]] QString FolderOf(const CPixoluneDoc& document) const;
+    /// Where files to open were chosen last.
+    [[nodiscard]] QString OpenFolder() const;
+    /// Empty when the dialog was cancelled.
+    [[nodiscard]] QStringList ChooseFiles(Str title, const QStringList& filters,
+                                          QFileDialog::FileMode mode = QFileDialog::ExistingFiles);
 
     CPixoluneApp& m_app;
     CRecentFiles& m_recentFiles;

@@ -427,6 +427,8 @@ bool CMainFrame::RunWindowCommand(CommandId id)
         return frame && m_files.Save(frame->Document());
     case FileSaveAs:
         return frame && m_files.SaveAs(frame->Document());
+    case FileExportAnimation:
+        return frame && m_files.ExportFrames(frame->Document());
     case FileClose:
         return frame && m_area->CloseDocument(frame->Document());
     case FilePageSetup:

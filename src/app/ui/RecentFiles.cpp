@@ -6,6 +6,7 @@
 namespace {
 
 constexpr QLatin1String kKey("Recent/Files");
+constexpr QLatin1String kFolderKey("Recent/Folder");
 
 } // namespace
 
@@ -27,4 +28,14 @@ void CRecentFiles::Remove(const QString& path)
     QStringList paths = Paths();
     if (paths.removeAll(path) > 0)
         m_configuration.setValue(kKey, paths);
+}
+
+QString CRecentFiles::Folder() const
+{
+    return m_configuration.value(kFolderKey).toString();
+}
+
+void CRecentFiles::SetFolder(const QString& folder)
+{
+    m_configuration.setValue(kFolderKey, folder);
 }

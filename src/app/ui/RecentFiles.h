@@ -16,6 +16,9 @@ public:
     /// Puts the file first.
     void Add(const QString& path);
     void Remove(const QString& path);
+    /// Where files were last chosen to be opened; empty before the first time.
+    [[nodiscard]] QString Folder() const;
+    void SetFolder(const QString& folder);
 
 private:
     QSettings& m_configuration;

@@ -6,6 +6,7 @@
 #include "canvas/ui/CanvasCursors.h"
 #include "document/PanelOperations.h"
 #include "document/PlacementOperations.h"
+#include "platform/ui/FrameTime.h"
 #include "platform/ui/QtPicture.h"
 #include "platform/ui/QtText.h"
 
@@ -93,7 +94,9 @@ void CCanvasWidget::Invalidate(const Rect& client)
 
 void CCanvasWidget::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_outlineTimer.timerId())
+    if (event->timerId() == m_playTimer.timerId())
+        m_view.StepPlayback();
+    else if (event->timerId() != m_outlineTimer.timerId())
         QAbstractScrollArea::timerEvent(event);
     else if (m_view.Selection().IsEmpty() || !isVisible())
         m_outlineTimer.stop();
@@ -105,6 +108,15 @@ void CCanvasWidget::hideEvent(QHideEvent* event)
 {
     QAbstractScrollArea::hideEvent(event);
     m_view.ForgetPainting();
+}
+
+void CCanvasWidget::OnPlaybackChanged()
+{
+    if (m_view.IsPlaying())
+        m_playTimer.start(FrameMilliseconds(m_view.Document().Canvas().frameDelay), this);
+    else
+        m_playTimer.stop();
+    Q_EMIT LayoutChanged();
 }
 
 void CCanvasWidget::paintEvent(QPaintEvent* event)
@@ -343,7 +355,7 @@ bool CCanvasWidget::IsWantedByTool(int key) const
 {
     const bool isToolKey = key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter ||
                            key == Qt::Key_Backspace || key == Qt::Key_Delete;
-    return isToolKey && (m_held != Qt::NoButton || m_view.CurrentTool().IsBusy());
+    return isToolKey && (m_held != Qt::NoButton || m_view.CurrentTool().IsBusy() || m_view.IsPlaying());
 }
 
 void CCanvasWidget::contextMenuEvent(QContextMenuEvent* event)
@@ -373,6 +385,10 @@ void CCanvasWidget::keyPressEvent(QKeyEvent* event)
         }
         return;
     case Qt::Key_Escape:
+        if (m_view.IsPlaying()) {
+            m_view.SetPlaying(false);
+            return;
+        }
         if (m_view.CancelDrag()) {
             m_held = Qt::NoButton;
             return;

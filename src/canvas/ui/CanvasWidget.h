@@ -68,6 +68,7 @@ private:
     void OnColourUnderPointer(uint32_t pixel) override { Q_EMIT ColorUnderPointer(pixel); }
     void OnPaintColoursChanged() override { Q_EMIT PaintColorsChanged(); }
     void OnTextPoint(Point documentPoint) override;
+    void OnPlaybackChanged() override;
 
     [[nodiscard]] Point ToClient(const QPointF& position) const;
     [[nodiscard]] MouseInput ToInput(const QMouseEvent& event) const;
@@ -84,6 +85,7 @@ private:
 
     CPixoluneView& m_view;
     QBasicTimer m_outlineTimer;          ///< runs while a selection is shown
+    QBasicTimer m_playTimer;             ///< runs while the animation plays
     QImage m_band;                       ///< pixels on their way to the screen, reused
     std::optional<CursorShape> m_cursor; ///< what the view asked for
     std::optional<CursorShape> m_shownCursor;

@@ -1,20 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/ui/SaveAsDialog.h"
 
+#include "fileio/ui/DialogFilters.h"
 #include "fileio/ui/SaveAsPanel.h"
+#include "fileio/ui/SavePreview.h"
 #include "platform/ui/QtText.h"
 
 #include <QGridLayout>
 
-QString ToDialogFilter(std::string_view filter)
-{
-    const QStringList parts = ToQString(filter).split(QLatin1Char('|'));
-    QString patterns = parts.value(1);
-    patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
-    return QStringLiteral("%1 (%2)").arg(parts.value(0), patterns);
-}
-
-CSaveAsDialog::CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, Size canvas,
+CSaveAsDialog::CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, const CObjectCanvas& canvas,
                              const QString& folder, const QString& name, QWidget* parent)
     : QFileDialog(parent, ToQString(format.tip), folder, ToDialogFilter(format.filter)), m_settings(settings)
 {
@@ -28,9 +22,27 @@ CSaveAsDialog::CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, S
         return;
     // The window system's own dialog has no room for the options.
     setOption(DontUseNativeDialog);
-    m_panel = new CSaveAsPanel(format.panel, settings, canvas);
+    m_panel = new CSaveAsPanel(format.panel, settings, canvas.Size());
+    QWidget* below = m_panel;
+    // A format that keeps the frames is not written from the flattened picture.
+    if (!LimitsOf(format, m_options, settings).keepsFrames) {
+        m_preview = new CSavePreview(canvas, format, m_panel);
+        below = m_preview;
+        connect(m_panel, &CSaveAsPanel::Changed, this, &CSaveAsDialog::ShowPreview);
+        ShowPreview();
+    }
     if (auto* grid = qobject_cast<QGridLayout*>(layout()))
-        grid->addWidget(m_panel, grid->rowCount(), 0, 1, grid->columnCount());
+        grid->addWidget(below, grid->rowCount(), 0, 1, grid->columnCount());
+    // The options are not to take their room from the list of files.
+    resize(sizeHint());
+}
+
+void CSaveAsDialog::ShowPreview()
+{
+    CSettings settings = m_settings;
+    SaveAsOptions options;
+    m_panel->Store(settings, options);
+    m_preview->Show(settings, options);
 }
 
 void CSaveAsDialog::done(int result)

@@ -6,15 +6,17 @@
 #include <QFileDialog>
 
 class CSaveAsPanel;
+class CSavePreview;
 
-/// The Save dialog of one format with its option panel. OK copies the panel's values into the settings.
+/// The Save dialog of one format with its option panel and what the options lead to. OK copies the panel's
+/// values into the settings.
 class CSaveAsDialog final : public QFileDialog {
     Q_OBJECT
 
 public:
     /// name: proposed, without an ending; may be empty.
-    CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, Size canvas, const QString& folder,
-                  const QString& name, QWidget* parent);
+    CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, const CObjectCanvas& canvas,
+                  const QString& folder, const QString& name, QWidget* parent);
 
     [[nodiscard]] const SaveAsOptions& Options() const { return m_options; }
 
@@ -22,10 +24,10 @@ protected:
     void done(int result) override;
 
 private:
+    void ShowPreview();
+
     CSettings& m_settings;
     CSaveAsPanel* m_panel = nullptr;
+    CSavePreview* m_preview = nullptr;
     SaveAsOptions m_options;
 };
-
-/// A filter as the file dialogs of the toolkit want it: "Name|*.a;*.b||" becomes "Name (*.a *.b)".
-[[nodiscard]] QString ToDialogFilter(std::string_view filter);

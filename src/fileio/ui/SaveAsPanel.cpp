@@ -92,6 +92,7 @@ void CSaveAsPanel::AddQuality(int quality)
     row->addWidget(control, 1);
     row->addWidget(new QLabel(ToQString(Str::BestQuality)));
     m_layout->addLayout(row);
+    connect(control, &CValueControl::ValueEdited, this, &CSaveAsPanel::Changed);
     m_takes.emplace_back([control, quality](CSettings& settings, SaveAsOptions&) {
         // A stored value below the range stays unless it was changed.
         if (control->Value() != std::clamp(quality, 1, 100))
@@ -111,6 +112,7 @@ void CSaveAsPanel::AddCheckBox(QVBoxLayout& layout, Str text, Setting setting, c
     auto* box = new QCheckBox(ToQString(text));
     box->setChecked(settings.IsOn(setting));
     layout.addWidget(box);
+    connect(box, &QCheckBox::toggled, this, &CSaveAsPanel::Changed);
     m_takes.emplace_back(
         [box, setting](CSettings& kept, SaveAsOptions&) { kept.Set(setting, box->isChecked()); });
 }
@@ -129,6 +131,7 @@ void CSaveAsPanel::AddChoices(Str title, std::span<const Choice> choices, int cu
         grid->addWidget(button, index / kColumns, index % kColumns);
         ++index;
     }
+    connect(group, &QButtonGroup::idClicked, this, &CSaveAsPanel::Changed);
     m_takes.emplace_back([group, take = std::move(take)](CSettings& settings, SaveAsOptions& options) {
         take(settings, options, group->checkedId());
     });
@@ -145,6 +148,7 @@ void CSaveAsPanel::AddFillColor(int32_t color)
     row->addWidget(button);
     row->addStretch();
     m_layout->addLayout(row);
+    connect(button, &CColorButton::ColorEdited, this, &CSaveAsPanel::Changed);
     m_takes.emplace_back([button](CSettings& settings, SaveAsOptions&) {
         settings.Set(Setting::DefaultBackgroundColor, button->Color());
     });

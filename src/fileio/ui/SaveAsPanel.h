@@ -22,6 +22,10 @@ public:
     /// Copies the values shown into the settings and the options of this save.
     void Store(CSettings& settings, SaveAsOptions& options) const;
 
+Q_SIGNALS:
+    /// Store would give something else now.
+    void Changed();
+
 private:
     struct Choice {
         Str text;

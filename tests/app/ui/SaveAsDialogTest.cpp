@@ -3,8 +3,13 @@
 
 #include "fileio/ui/LayeredFileDialog.h"
 #include "fileio/ui/SaveAsPanel.h"
+#include "fileio/ui/SavePreview.h"
+#include "platform/ui/PictureView.h"
+#include "support/TestPictures.h"
 
 #include <QAbstractButton>
+#include <QLabel>
+#include <QSignalSpy>
 #include <QSpinBox>
 
 #include <gtest/gtest.h>
@@ -59,12 +64,55 @@ TEST(SaveAsDialog, CancelLeavesTheSettingsAndOkTakesThem)
     CSettings settings;
     const SaveFormatRow& format = *FindSaveFormat("a.gif");
     for (const int result : {QDialog::Rejected, QDialog::Accepted}) {
-        CSaveAsDialog dialog(format, settings, {10, 10}, QString(), QStringLiteral("picture"), nullptr);
+        CSaveAsDialog dialog(format, settings, CObjectCanvas(), QString(), QStringLiteral("picture"),
+                             nullptr);
         EXPECT_EQ(dialog.selectedNameFilter(), QStringLiteral("GIF (Graphics Interchange Format) (*.gif)"));
         ButtonNamed(dialog, "Interlace")->click();
         static_cast<QDialog&>(dialog).done(result);
         EXPECT_EQ(settings.IsOn(Setting::Interlace), result == QDialog::Accepted);
     }
+}
+
+/// What the labels of a dialog say.
+QStringList LabelsOf(const QWidget& widget)
+{
+    QStringList texts;
+    for (const QLabel* label : widget.findChildren<QLabel*>())
+        texts.push_back(label->text());
+    return texts;
+}
+
+TEST(SaveAsDialog, ShowsWhatTheOptionsLeadTo)
+{
+    CSettings settings;
+    CObjectCanvas canvas;
+    canvas.width = 300;
+    canvas.height = 200;
+    canvas.objects.Append(ObjectAt(RandomDib(300, 200, 3), 0, 0));
+    CSaveAsDialog dialog(*FindSaveFormat("a.bmp"), settings, canvas, QString(), QStringLiteral("picture"),
+                         nullptr);
+    auto* preview = dialog.findChild<CSavePreview*>();
+    ASSERT_NE(preview, nullptr);
+    const auto views = preview->findChildren<CPictureView*>();
+    ASSERT_EQ(views.size(), 2);
+    QSignalSpy shown(preview, &CSavePreview::Shown);
+    ASSERT_TRUE(shown.wait());
+    const QImage before = views[0]->Image();
+    EXPECT_EQ(views[1]->Image().size(), QSize(300, 200));
+    // 54 bytes of headers and 300 * 200 * 3 bytes of pixels.
+    EXPECT_TRUE(
+        LabelsOf(*preview).contains(QStringLiteral("File size: ") + QLocale().formattedDataSize(180054)));
+    EXPECT_TRUE(LabelsOf(*preview).contains(QStringLiteral("This file will not keep: transparency.")));
+
+    ButtonNamed(dialog, "Black && White")->click();
+    ButtonNamed(dialog, "256 Grays")->click();
+    ASSERT_TRUE(shown.wait());
+    EXPECT_EQ(shown.size(), 2) << "one trial for two changes at once";
+    EXPECT_TRUE(LabelsOf(*preview).contains(
+        QStringLiteral("This file will not keep: transparency, colors other than gray.")));
+    EXPECT_TRUE(views[1]->Image().isGrayscale());
+    EXPECT_EQ(views[0]->Image(), before);
+    EXPECT_EQ(settings.Get(Setting::DefaultBackgroundColor), 0xFFFFFF) << "nothing is taken before OK";
 }
 
 TEST(LayeredFileDialog, StartsFromTheChoiceAndGivesItBack)

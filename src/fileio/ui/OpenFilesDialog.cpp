@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fileio/ui/OpenFilesDialog.h"
+
+#include "fileio/ui/FilePreviewPane.h"
+#include "platform/ui/QtText.h"
+
+#include <QGridLayout>
+
+COpenFilesDialog::COpenFilesDialog(Str title, const QStringList& filters, CSettings& settings,
+                                   const QString& folder, QWidget* parent)
+    : QFileDialog(parent, ToQString(title), folder)
+{
+    // The window system's own dialog has no room for the preview.
+    setOption(DontUseNativeDialog);
+    setFileMode(ExistingFiles);
+    setNameFilters(filters);
+    auto* pane = new CFilePreviewPane(settings);
+    connect(this, &QFileDialog::currentChanged, pane, &CFilePreviewPane::Show);
+    if (auto* grid = qobject_cast<QGridLayout*>(layout()))
+        grid->addWidget(pane, 0, grid->columnCount(), grid->rowCount(), 1);
+    // For the list of files.
+    resize(sizeHint() + QSize(200, 60));
+}
