@@ -155,7 +155,7 @@ TEST(Statements, ExportAnAnimation)
     EXPECT_EQ(RunText(script + "open " + gif + "\nprint canvas").output,
               "canvas 8 6 parameter 0 background 0 delay 7 transparent 0 control 8 descriptor 0 objects 2\n");
     const ScriptResult hidden = RunText(script + "hide 0 1\nexport-animation " + gif, true);
-    EXPECT_EQ(hidden.errors, "refused: export-animation\n");
+    EXPECT_EQ(hidden.errors, "refused: export-animation " + gif + "\n");
 }
 
 } // namespace
