@@ -3,7 +3,7 @@
 
 #include "platform/video/VideoLibrary.h"
 
-#include <hwy/base.h>
+#include <hwy/highway.h>
 #include <jconfig.h>
 #include <libdeflate.h>
 #include <libimagequant.h>

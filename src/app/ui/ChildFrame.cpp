@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QCloseEvent>
+#include <QMenu>
 
 CChildFrame::CChildFrame(CPixoluneDoc& document, CloseQuestion mayClose)
     : m_document(document), m_view(std::make_unique<CPixoluneView>(document)),
@@ -14,6 +15,9 @@ CChildFrame::CChildFrame(CPixoluneDoc& document, CloseQuestion mayClose)
     setAttribute(Qt::WA_DeleteOnClose);
     setWidget(m_canvas);
     setFocusProxy(m_canvas);
+    // A key that the menu in the frame's corner wants as well as a command would run neither.
+    for (QAction* action : systemMenu()->actions())
+        action->setShortcuts(QList<QKeySequence>());
     document.AddObserver(this);
     connect(m_canvas, &CCanvasWidget::LayoutChanged, this, &CChildFrame::StateChanged);
     connect(m_canvas, &CCanvasWidget::ToolModeChanged, this, &CChildFrame::StateChanged);

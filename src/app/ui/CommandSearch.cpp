@@ -178,8 +178,8 @@ bool CCommandSearch::eventFilter(QObject* watched, QEvent* event)
 
 bool CCommandSearch::event(QEvent* event)
 {
-    // As a menu does, it goes when something else is clicked.
-    if (event->type() == QEvent::WindowDeactivate && isVisible())
+    // As a menu does, it goes when something else is clicked; it also loses the window by being closed.
+    if (event->type() == QEvent::WindowDeactivate && isVisible() && !m_chosen)
         reject();
     return QDialog::event(event);
 }

@@ -221,5 +221,7 @@ TEST_F(CWindowTest, LettersChooseToolsUnlessTheyAreTyped)
     EXPECT_TRUE(frame->Canvas().hasFocus());
     press(Qt::Key_E);
     EXPECT_EQ(frame->View().Mode(), ToolMode::Erase);
-    width->setFocus();
+    QTest::keyClick(&frame->Canvas(), Qt::Key_W, Qt::ControlModifier);
+    QTest::qWait(1);
+    EXPECT_TRUE(m_app.Documents().empty()) << "no other action wants Ctrl+W";
 }
