@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <ranges>
+#include <unordered_set>
 #include <vector>
 
 namespace {
@@ -77,12 +78,15 @@ bool Restack(CPixoluneDoc& document, StackingKind kind)
 bool MoveObjectsTo(CPixoluneDoc& document, const CObjectList& moved, size_t place)
 {
     CObjectCanvas& canvas = document.Canvas();
+    std::unordered_set<const CPicObject*> movedOnes;
+    for (const Ref<CPicObject>& object : moved)
+        movedOnes.insert(object.Get());
     CObjectList order;
     CObjectList block;
     size_t insertAt = 0;
     for (size_t at = 0; at < canvas.objects.Count(); ++at) {
         const Ref<CPicObject>& object = canvas.objects.At(at);
-        const bool isMoved = moved.Find(object.Get()) != CObjectList::kNone;
+        const bool isMoved = movedOnes.contains(object.Get());
         (isMoved ? block : order).Append(object);
         if (!isMoved && at < place)
             ++insertAt;

@@ -51,11 +51,18 @@ bool AddFiles(CPixoluneDoc& document, std::span<const std::filesystem::path> pat
     auto command = std::make_unique<CObjectListCommand>(
         kind == AddKind::Avi ? ObjectListKind::AddAvi : ObjectListKind::AddImageFiles, canvas);
     canvas.DeselectAll();
+    const auto notify = [&document] {
+        document.NotifyObjectsChanged();
+        document.NotifyObjectSelectionChanged();
+        document.NotifyFrameChanged();
+    };
     for (const std::filesystem::path& path : paths) {
         const CFileStatus status(services.ui, Str::ReadingFile, path);
         CObjectCanvas loaded;
-        if (!LoadFile(loaded, path, services))
+        if (!LoadFile(loaded, path, services)) {
+            notify();
             return RefuseFile(document, Str::LoadFileFailed, path);
+        }
         for (const Ref<CPicObject>& object : loaded.objects) {
             object->image->name = services.names.Next();
             object->SetSelected(true);
@@ -63,8 +70,6 @@ bool AddFiles(CPixoluneDoc& document, std::span<const std::filesystem::path> pat
         }
     }
     document.Record(std::move(command));
-    document.NotifyObjectsChanged();
-    document.NotifyObjectSelectionChanged();
-    document.NotifyFrameChanged();
+    notify();
     return true;
 }

@@ -2,9 +2,6 @@
 #include "app/ui/ObjectDelegate.h"
 
 #include "app/ui/ObjectListModel.h"
-#include "model/Compositing.h"
-#include "model/DibOperations.h"
-#include "platform/ui/QtPicture.h"
 #include "platform/ui/ThemedIcon.h"
 
 #include <QApplication>
@@ -17,30 +14,6 @@ constexpr int kIcon = 18;
 constexpr int kGap = 6;
 constexpr int kPadding = 4;
 constexpr int kNameLimit = 48;
-constexpr int kFullScale = 32768;
-constexpr Rgb kLight{255, 255, 255};
-constexpr Rgb kDark{212, 212, 212};
-
-/// The object's picture, reduced to fit a square of device pixels, over the checkerboard; null without one.
-QImage Thumbnail(const CPicObject& object, int edge)
-{
-    if (!object.image || object.image->Dib().IsEmpty())
-        return {};
-    const CPackedDib& dib = object.image->Dib();
-    const int longer = std::max({dib.Width(), dib.Height(), 1});
-    const int scale = std::clamp(static_cast<int>(int64_t{edge} * kFullScale / longer), 1, kFullScale);
-    const auto reduced = [scale](int length) {
-        return std::max(1, static_cast<int>(int64_t{length} * scale / kFullScale));
-    };
-    QImage image(reduced(dib.Width()), reduced(dib.Height()), QImage::Format_RGB32);
-    if (image.isNull())
-        return {};
-    image.fill(Qt::white);
-    const BitmapView view{image.bits(), image.bytesPerLine(), image.width(), image.height()};
-    DrawCheckerboard(view, kLight, kDark, {});
-    DrawScaledWeighted(view, dib, {}, static_cast<uint16_t>(scale));
-    return image;
-}
 
 QString Details(const CPicObject& object)
 {
@@ -61,7 +34,7 @@ QFont SmallFont(QFont font)
 
 } // namespace
 
-CObjectDelegate::CObjectDelegate(const CObjectListModel& model, QObject* parent)
+CObjectDelegate::CObjectDelegate(CObjectListModel& model, QObject* parent)
     : QStyledItemDelegate(parent), m_model(model)
 {
 }
@@ -105,7 +78,7 @@ void CObjectDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
         .paint(painter, layout.lock, Qt::AlignCenter, object.locked || selected ? mode : QIcon::Disabled);
 
     const qreal ratio = painter->device()->devicePixelRatioF();
-    QImage thumbnail = Thumbnail(object, qRound(m_thumbnailSize * ratio));
+    QImage thumbnail = m_model.Thumbnail(index.row(), qRound(m_thumbnailSize * ratio));
     thumbnail.setDevicePixelRatio(ratio);
     QRectF picture(QPointF(), thumbnail.deviceIndependentSize());
     picture.moveCenter(QRectF(layout.thumbnail).center());

@@ -20,7 +20,7 @@ class CObjectDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    explicit CObjectDelegate(const CObjectListModel& model, QObject* parent);
+    explicit CObjectDelegate(CObjectListModel& model, QObject* parent);
 
     /// Edge of a thumbnail, in pixels of the desktop.
     void SetThumbnailSize(int size) { m_thumbnailSize = size; }
@@ -36,7 +36,7 @@ public:
                               const QModelIndex& index) const override;
 
 private:
-    const CObjectListModel& m_model;
+    CObjectListModel& m_model;
     int m_thumbnailSize = 32;
     bool m_showsDetails = true;
 };

@@ -4,15 +4,41 @@
 #include "canvas/ui/CanvasAccessibility.h"
 #include "document/PanelOperations.h"
 #include "document/StackingOperations.h"
+#include "model/Compositing.h"
+#include "model/DibOperations.h"
 #include "platform/ui/QtText.h"
 
 #include <QDataStream>
 #include <QIODevice>
 #include <QMimeData>
 
+#include <algorithm>
+#include <unordered_map>
+
 namespace {
 
 constexpr QLatin1String kRowsType("application/x-pixolune-object-rows");
+constexpr int kFullScale = 32768;
+constexpr Rgb kLight{255, 255, 255};
+constexpr Rgb kDark{212, 212, 212};
+
+/// The picture, reduced to fit a square of device pixels, over the checkerboard.
+QImage ReducedPicture(const CPackedDib& dib, int edge)
+{
+    const int longer = std::max({dib.Width(), dib.Height(), 1});
+    const int scale = std::clamp(static_cast<int>(int64_t{edge} * kFullScale / longer), 1, kFullScale);
+    const auto reduced = [scale](int length) {
+        return std::max(1, static_cast<int>(int64_t{length} * scale / kFullScale));
+    };
+    QImage image(reduced(dib.Width()), reduced(dib.Height()), QImage::Format_RGB32);
+    if (image.isNull())
+        return {};
+    image.fill(Qt::white);
+    const BitmapView view{image.bits(), image.bytesPerLine(), image.width(), image.height()};
+    DrawCheckerboard(view, kLight, kDark, {});
+    DrawScaledWeighted(view, dib, {}, static_cast<uint16_t>(scale));
+    return image;
+}
 
 } // namespace
 
@@ -41,22 +67,67 @@ void CObjectListModel::SetShowsAll(bool showsAll)
 
 void CObjectListModel::Reload()
 {
-    std::vector<Ref<CPicObject>> objects;
+    std::vector<Row> rows;
     if (m_document) {
         for (const Ref<CPicObject>& object : m_document->Canvas().objects) {
             if (m_showsAll || object->visible)
-                objects.push_back(object);
+                rows.push_back({object, {}});
         }
-        std::ranges::reverse(objects);
+        std::ranges::reverse(rows);
     }
-    if (objects == m_objects) {
+    if (std::ranges::equal(rows, m_rows, {}, &Row::object, &Row::object)) {
         Q_EMIT dataChanged(index(0), index(rowCount() - 1));
     } else {
         beginResetModel();
-        m_objects = std::move(objects);
+        KeepThumbnails(rows);
+        m_rows = std::move(rows);
         endResetModel();
     }
     Q_EMIT SelectionOutdated();
+}
+
+void CObjectListModel::KeepThumbnails(std::vector<Row>& rows)
+{
+    std::unordered_map<const CPicObject*, Row*> known;
+    for (Row& row : m_rows)
+        known.emplace(row.object.Get(), &row);
+    for (Row& row : rows) {
+        if (const auto old = known.find(row.object.Get()); old != known.end())
+            row = std::move(*old->second);
+    }
+}
+
+void CObjectListModel::OnFrameChanged(const Rect& rect)
+{
+    m_changed = m_changed.United(rect);
+    Q_EMIT PicturesOutdated();
+}
+
+void CObjectListModel::DropOutdated()
+{
+    for (Row& row : m_rows) {
+        if (!row.object->Rectangle().Intersected(m_changed).IsEmpty())
+            row.pixels = nullptr;
+    }
+    m_changed = {};
+}
+
+const QImage& CObjectListModel::Thumbnail(int row, int edge)
+{
+    if (!m_changed.IsEmpty())
+        DropOutdated();
+    Row& shown = m_rows[static_cast<size_t>(row)];
+    const CRasterImage* image = shown.object->image.Get();
+    const bool hasPicture = image != nullptr && !image->Dib().IsEmpty();
+    const void* pixels = hasPicture ? image->Dib().Block().data() : nullptr;
+    if (pixels == nullptr) {
+        shown.thumbnail = {};
+    } else if (shown.pixels != pixels || shown.edge != edge) {
+        shown.thumbnail = ReducedPicture(image->Dib(), edge);
+        shown.edge = edge;
+    }
+    shown.pixels = pixels;
+    return shown.thumbnail;
 }
 
 CObjectList CObjectListModel::ObjectsAt(const QModelIndexList& rows) const
@@ -69,7 +140,7 @@ CObjectList CObjectListModel::ObjectsAt(const QModelIndexList& rows) const
 
 int CObjectListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_objects.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 QVariant CObjectListModel::data(const QModelIndex& index, int role) const

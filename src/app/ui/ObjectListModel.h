@@ -4,6 +4,7 @@
 #include "model/PixoluneDoc.h"
 
 #include <QAbstractListModel>
+#include <QImage>
 
 /// The objects of a document as rows, the topmost first. Rows are dragged to change the stacking order and
 /// edited to change names; each is one command of the document.
@@ -23,8 +24,11 @@ public:
     /// The object of a row that exists.
     [[nodiscard]] const Ref<CPicObject>& ObjectAt(int row) const
     {
-        return m_objects[static_cast<size_t>(row)];
+        return m_rows[static_cast<size_t>(row)].object;
     }
+    /// A row's picture, reduced to fit a square of that many pixels, over the checkerboard; null without one.
+    /// Made when it is first asked for, and again when the picture has changed.
+    [[nodiscard]] const QImage& Thumbnail(int row, int edge);
     [[nodiscard]] CObjectList ObjectsAt(const QModelIndexList& rows) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -44,12 +48,25 @@ Q_SIGNALS:
     void PicturesOutdated();
 
 private:
-    void OnFrameChanged(const Rect& /*rect*/) override { Q_EMIT PicturesOutdated(); }
+    /// pixels: what the image was made of; another address or another edge make it outdated.
+    struct Row {
+        Ref<CPicObject> object;
+        QImage thumbnail;
+        const void* pixels = nullptr;
+        int edge = 0;
+    };
+
+    void OnFrameChanged(const Rect& rect) override;
     void OnObjectsChanged() override { Reload(); }
     void OnObjectSelectionChanged() override { Q_EMIT SelectionOutdated(); }
     void Reload();
+    /// Forgets the thumbnails of what the frame has changed.
+    void DropOutdated();
+    /// Takes over what the present rows hold of the same objects.
+    void KeepThumbnails(std::vector<Row>& rows);
 
     CPixoluneDoc* m_document = nullptr;
     bool m_showsAll = true;
-    std::vector<Ref<CPicObject>> m_objects; ///< topmost first
+    std::vector<Row> m_rows; ///< topmost first
+    Rect m_changed;          ///< of the frame, since thumbnails were last dropped
 };

@@ -161,12 +161,18 @@ void CObjectsPanel::ShowSelection()
     m_updating = true;
     QItemSelection selection;
     int first = -1;
+    const auto isSelected = [this](int row) {
+        return row < m_model.rowCount() && m_model.ObjectAt(row)->IsSelected();
+    };
     for (int row = 0; row < m_model.rowCount(); ++row) {
-        if (!m_model.ObjectAt(row)->IsSelected())
+        if (!isSelected(row))
             continue;
-        selection.append(QItemSelectionRange(m_model.index(row)));
+        const int top = row;
+        while (isSelected(row + 1))
+            ++row;
+        selection.append(QItemSelectionRange(m_model.index(top), m_model.index(row)));
         if (first < 0)
-            first = row;
+            first = top;
     }
     m_list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     if (first >= 0 && !m_list->hasFocus())

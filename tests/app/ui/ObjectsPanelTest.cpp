@@ -3,6 +3,8 @@
 
 #include "app/ui/ChildFrame.h"
 #include "app/ui/ObjectDelegate.h"
+#include "app/ui/ObjectListModel.h"
+#include "fileio/DocumentFiles.h"
 #include "ui/UiTest.h"
 
 #include <QMimeData>
@@ -148,4 +150,33 @@ TEST_F(CObjectsPanelTest, HiddenObjectsCanBeLeftOutAndAClosedDocumentLeavesNoRow
     m_frame->close();
     QTest::qWait(1);
     EXPECT_EQ(m_list->model()->rowCount(), 0);
+}
+
+TEST_F(CObjectsPanelTest, ThumbnailsAreMadeOnceAndFollowTheirPictures)
+{
+    auto& model = *qobject_cast<CObjectListModel*>(m_list->model());
+    const auto thumbnail = [&](int row) { return model.Thumbnail(row, 16); };
+    const QImage first = thumbnail(0);
+    EXPECT_EQ(first.size(), QSize(16, 16));
+    EXPECT_EQ(thumbnail(0).constBits(), first.constBits()) << "not made again";
+    EXPECT_EQ(model.Thumbnail(0, 8).size(), QSize(8, 8));
+    const QImage second = thumbnail(1);
+    CPackedDib& dib = Document().Canvas().objects.At(2)->image->MutableDib();
+    std::ranges::fill(dib.Bits(), uint8_t{255});
+    Document().NotifyFrameChanged({0, 0, 1, 1});
+    EXPECT_NE(thumbnail(0), first) << "painted in place";
+    Drop({m_list->model()->index(0, 0)}, 3);
+    EXPECT_EQ(thumbnail(0), second) << "rows go with their objects";
+}
+
+TEST_F(CObjectsPanelTest, AFailedAddShowsWhatIsThere)
+{
+    const std::filesystem::path good = m_folder.File("good.png");
+    QImage image(4, 4, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(QString::fromStdString(good.string())));
+    const std::filesystem::path paths[] = {good, m_folder.File("missing.png")};
+    EXPECT_FALSE(AddFiles(Document(), paths, AddKind::ImageFiles));
+    EXPECT_EQ(m_list->model()->rowCount(), 4);
+    EXPECT_EQ(m_list->selectionModel()->selectedIndexes().size(), 1);
 }
