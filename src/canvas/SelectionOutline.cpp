@@ -51,15 +51,18 @@ void PaintDash(uint8_t* at, int x, int y, int phase)
 void CSelectionOutline::Build(const CRegion& region)
 {
     m_edges.clear();
+    m_bands.clear();
     const std::span<const Rect> rectangles = region.Rectangles();
     std::span<const Rect> above;
     for (size_t first = 0; first < rectangles.size();) {
         const std::span<const Rect> band = BandAt(rectangles, first);
         const int top = band.front().top;
         if (!above.empty() && above.front().bottom < top) {
+            BeginBand(above.front().bottom);
             AddHorizontal(above, {}, above.front().bottom);
             above = {};
         }
+        BeginBand(top);
         AddHorizontal(above, band, top);
         for (const Rect& rect : band) {
             m_edges.push_back({rect.left, rect.top, rect.bottom, Side::Left});
@@ -68,8 +71,21 @@ void CSelectionOutline::Build(const CRegion& region)
         above = band;
         first += band.size();
     }
-    if (!above.empty())
+    if (!above.empty()) {
+        BeginBand(above.front().bottom);
         AddHorizontal(above, {}, above.front().bottom);
+    }
+}
+
+std::span<const CSelectionOutline::Edge> CSelectionOutline::EdgesBetween(int top, int bottom) const
+{
+    const auto below = std::ranges::upper_bound(m_bands, bottom, {}, &Band::top);
+    auto first = std::ranges::upper_bound(m_bands, top, {}, &Band::top);
+    if (first != m_bands.begin())
+        --first;
+    const size_t from = first == m_bands.end() ? m_edges.size() : first->firstEdge;
+    const size_t to = below == m_bands.end() ? m_edges.size() : below->firstEdge;
+    return std::span(m_edges).subspan(from, std::max(from, to) - from);
 }
 
 void CSelectionOutline::AddHorizontal(std::span<const Rect> above, std::span<const Rect> below, int y)
@@ -81,7 +97,11 @@ void CSelectionOutline::AddHorizontal(std::span<const Rect> above, std::span<con
 void CSelectionOutline::Paint(const BitmapView& target, const Rect& area, const ViewGeometry& geometry,
                               Point offset, int phase) const
 {
-    for (const Edge& edge : m_edges) {
+    // Rounding may show an edge a pixel away.
+    const Rect seen = area.Moved(-offset.x, -offset.y).Inflated(2);
+    const int top = AddClamped(geometry.ToDocument(Point{0, seen.top}).y, -1);
+    const int bottom = AddClamped(geometry.ToDocument(Point{0, seen.bottom}).y, 1);
+    for (const Edge& edge : EdgesBetween(top, bottom)) {
         const bool horizontal = edge.side == Side::Top || edge.side == Side::Bottom;
         const Point from =
             geometry.ToClient(horizontal ? Point{edge.from, edge.position} : Point{edge.position, edge.from});

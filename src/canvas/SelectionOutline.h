@@ -5,11 +5,14 @@
 #include "platform/dib/PackedDib.h"
 #include "platform/region/Region.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 /// The outline of a selection along its pixel edges: black and white dashes, readable on every background,
-/// that wander with the phase. Made once for a region; drawn at any zoom.
+/// that wander with the phase. Made once for a region; drawn at any zoom, at the cost of the bands that are
+/// seen.
 class CSelectionOutline {
 public:
     /// Dashes are as long as gaps; the pattern repeats after this many phases.
@@ -32,7 +35,17 @@ private:
         Side side;
     };
 
+    /// The edges between two heights, which no other band reaches into.
+    struct Band {
+        int top;
+        size_t firstEdge;
+    };
+
+    void BeginBand(int top) { m_bands.push_back({top, m_edges.size()}); }
+    /// Those of the edges that may be seen between two heights.
+    [[nodiscard]] std::span<const Edge> EdgesBetween(int top, int bottom) const;
     void AddHorizontal(std::span<const Rect> above, std::span<const Rect> below, int y);
 
     std::vector<Edge> m_edges;
+    std::vector<Band> m_bands; ///< from the top, so that a small part is painted without looking at all edges
 };

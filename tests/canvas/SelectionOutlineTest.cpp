@@ -41,4 +41,25 @@ TEST(SelectionOutline, CoversExactlyThePixelsInsideThatHaveAnEdge)
     }
 }
 
+TEST(SelectionOutline, PaintingAPartEqualsThatPartOfTheWhole)
+{
+    CSelectionOutline outline;
+    outline.Build(JaggedRegion());
+    for (const int zoom : {-4, -2, 1, 3, 8}) {
+        for (const Point offset : {Point{0, 0}, Point{-9, 5}}) {
+            SCOPED_TRACE(zoom);
+            ViewGeometry geometry{{20, 14}, zoom, {70, 60}, {0, 0}};
+            geometry.scroll = geometry.ClampedScroll({11, 7});
+            CPackedDib whole = CPackedDib::Create(70, 60, 32);
+            outline.Paint(ViewOf(whole), {0, 0, 70, 60}, geometry, offset, 3);
+            CPackedDib parts = CPackedDib::Create(70, 60, 32);
+            for (int y = 0; y < 60; ++y) {
+                const Rect area{0, y, 70, y + 1};
+                outline.Paint(ViewOf(parts).Part(area), area, geometry, offset, 3);
+            }
+            EXPECT_TRUE(SameBytes(parts, whole));
+        }
+    }
+}
+
 } // namespace

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/transform/ColourFill.h"
 
+#include "platform/parallel/RowBands.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
+#include <span>
+#include <vector>
 
 namespace {
 
@@ -26,64 +29,91 @@ std::array<uint32_t, kSteps + 1> Ramp(const ColourFill& fill)
     return ramp;
 }
 
-/// How far a pixel lies on the gradient's way, 0 to 1.
-class CGradientPosition {
+/// The colours of a gradient, row by row.
+class CGradientRows {
 public:
-    CGradientPosition(int mode, Size size)
-        : m_mode(mode), m_lastX(std::max(1, size.width - 1)), m_lastY(std::max(1, size.height - 1)),
+    CGradientRows(const ColourFill& fill, Size size)
+        : m_mode(fill.mode), m_ramp(Ramp(fill)), m_lastY(std::max(1, size.height - 1)),
           m_centreX((size.width - 1) / 2.0), m_centreY((size.height - 1) / 2.0),
-          m_radius(std::max(0.5, std::hypot(m_centreX, m_centreY)))
+          m_radius(std::max(0.5, std::hypot(m_centreX, m_centreY))), m_across(static_cast<size_t>(size.width))
     {
+        const double lastX = std::max(1, size.width - 1);
+        for (size_t x = 0; x < m_across.size(); ++x)
+            m_across[x] = static_cast<double>(x) / lastX;
+        if (m_mode == 4)
+            std::ranges::transform(m_across, m_across.begin(), [](double across) { return 1 - across; });
     }
-    [[nodiscard]] double At(int x, int y) const
+
+    /// Writes the colours of row y as BGRA words with alpha 0.
+    void Write(int y, std::span<uint32_t> row) const
     {
-        const double across = x / m_lastX;
         const double down = y / m_lastY;
         switch (m_mode) {
+        case 0:
+            std::ranges::fill(row, m_ramp.front());
+            break;
         case 1:
-            return across;
+            std::ranges::transform(m_across, row.begin(), [&](double across) { return ColourAt(across); });
+            break;
         case 2:
-            return down;
+            std::ranges::fill(row, ColourAt(down));
+            break;
         case 3:
-            return (across + down) / 2;
         case 4:
-            return (1 - across + down) / 2;
+            std::ranges::transform(m_across, row.begin(),
+                                   [&](double across) { return ColourAt((across + down) / 2); });
+            break;
         default:
-            return std::sqrt((x - m_centreX) * (x - m_centreX) + (y - m_centreY) * (y - m_centreY)) /
-                   m_radius;
+            WriteAroundCentre(y - m_centreY, row);
         }
     }
 
+    /// Whether all rows have the same colours.
+    [[nodiscard]] bool AreAllRowsAlike() const { return m_mode < 2; }
+
 private:
+    /// way: 0 to 1 from the first colour to the second.
+    [[nodiscard]] uint32_t ColourAt(double way) const
+    {
+        return m_ramp[static_cast<size_t>(std::clamp(way, 0.0, 1.0) * kSteps + 0.5)];
+    }
+
+    /// Both halves of a row mirror each other.
+    void WriteAroundCentre(double dy, std::span<uint32_t> row) const
+    {
+        for (size_t x = 0; 2 * x < row.size(); ++x) {
+            const double dx = static_cast<double>(x) - m_centreX;
+            row[x] = row[row.size() - 1 - x] = ColourAt(std::sqrt(dx * dx + dy * dy) / m_radius);
+        }
+    }
+
     int m_mode;
-    double m_lastX, m_lastY;
+    std::array<uint32_t, kSteps + 1> m_ramp;
+    double m_lastY;
     double m_centreX, m_centreY;
     double m_radius;
+    std::vector<double> m_across; ///< of each column; from the right in mode 4
 };
-
-void SetPixel(uint8_t* at, uint32_t colour, uint8_t alpha)
-{
-    const uint32_t pixel = colour | uint32_t{alpha} << 24;
-    std::memcpy(at, &pixel, sizeof pixel);
-}
 
 } // namespace
 
 CPackedDib ColourCoverage(const CPackedDib& coverage, const ColourFill& fill)
 {
-    CPackedDib dib = CPackedDib::Create(coverage.Width(), coverage.Height(), 32);
+    CPackedDib dib = CPackedDib::CreateForOverwrite(coverage.Width(), coverage.Height());
     if (dib.IsEmpty())
         return dib;
-    const auto ramp = Ramp(fill);
-    const CGradientPosition position(fill.mode, coverage.Size());
-    for (int y = 0; y < dib.Height(); ++y) {
-        const uint8_t* covered = coverage.Row(y);
-        uint8_t* row = dib.Row(y);
-        for (int x = 0; x < dib.Width(); ++x) {
-            const double way = fill.mode == 0 ? 0.0 : std::clamp(position.At(x, y), 0.0, 1.0);
-            SetPixel(row + ptrdiff_t{x} * 4, ramp[static_cast<size_t>(std::lround(way * kSteps))],
-                     covered[x]);
+    const CGradientRows gradient(fill, coverage.Size());
+    constexpr int kPixelsPerMicrosecond = 300;
+    ForRowBands(dib.Height(), BandRows(dib.Width(), kPixelsPerMicrosecond), [&](int begin, int end) {
+        std::vector<uint32_t> colours(static_cast<size_t>(dib.Width()));
+        for (int y = begin; y < end; ++y) {
+            if (y == begin || !gradient.AreAllRowsAlike())
+                gradient.Write(y, colours);
+            const uint8_t* covered = coverage.Row(y);
+            auto* row = reinterpret_cast<uint32_t*>(dib.Row(y));
+            for (size_t x = 0; x < colours.size(); ++x)
+                row[x] = colours[x] | uint32_t{covered[x]} << 24;
         }
-    }
+    });
     return dib;
 }

@@ -12,6 +12,7 @@ struct ColourFill {
     uint32_t first = 0;  ///< 0x00bbggrr
     uint32_t second = 0; ///< 0x00bbggrr
     int mode = 0;        ///< 0 a single colour, the first; 1 to 5 gradients
+    friend bool operator==(const ColourFill&, const ColourFill&) = default;
 };
 
 /// A 32-bit picture of the coverage's size (8 bits per pixel, index = coverage): the fill's colours with the
