@@ -14,9 +14,9 @@ CSelectionTool::Gesture CBoxSelectionTool::Begin(const MouseInput& input)
 
 void CBoxSelectionTool::Extend(const MouseInput& input)
 {
-    const Rect before = Box();
+    InvalidateBand();
     m_corner = input.client;
-    View().Invalidate(before.United(Box()));
+    InvalidateBand();
 }
 
 void CBoxSelectionTool::Finish(const MouseInput& input)
@@ -40,6 +40,16 @@ Rect CBoxSelectionTool::Box() const
 {
     return {std::min(m_anchor.x, m_corner.x), std::min(m_anchor.y, m_corner.y),
             std::max(m_anchor.x, m_corner.x), std::max(m_anchor.y, m_corner.y)};
+}
+
+void CBoxSelectionTool::InvalidateBand() const
+{
+    View().Invalidate(Box());
+}
+
+void CRectangularSelectionTool::InvalidateBand() const
+{
+    View().InvalidateFrame(Box(), 1);
 }
 
 void CRectangularSelectionTool::PaintShape(const BitmapView& target, const Rect& area) const

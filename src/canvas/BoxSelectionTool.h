@@ -15,6 +15,8 @@ protected:
     [[nodiscard]] std::optional<Rect> ShapeRect() const final;
     /// The drawn box in client pixels.
     [[nodiscard]] Rect Box() const;
+    /// What the rubber band touches is to be painted again.
+    virtual void InvalidateBand() const;
     /// The shape in a rectangle of document pixels; none when memory runs out.
     [[nodiscard]] virtual std::optional<CRegion> ShapeIn(const Rect& box) const = 0;
 
@@ -31,6 +33,7 @@ public:
     }
 
 protected:
+    void InvalidateBand() const override;
     void PaintShape(const BitmapView& target, const Rect& area) const override;
     [[nodiscard]] std::optional<CRegion> ShapeIn(const Rect& box) const override { return CRegion(box); }
 };

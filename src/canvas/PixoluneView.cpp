@@ -278,6 +278,20 @@ void CPixoluneView::InvalidateOverlay(const Rect& client) const
         m_host->Invalidate(shown);
 }
 
+void CPixoluneView::InvalidateFrame(const Rect& client, int reach) const
+{
+    const Rect outer = client.Inflated(reach);
+    const Rect inner = client.Inflated(-reach);
+    if (inner.IsEmpty()) {
+        Invalidate(outer);
+        return;
+    }
+    Invalidate({outer.left, outer.top, outer.right, inner.top});
+    Invalidate({outer.left, inner.bottom, outer.right, outer.bottom});
+    Invalidate({outer.left, inner.top, inner.left, inner.bottom});
+    Invalidate({inner.right, inner.top, outer.right, inner.bottom});
+}
+
 void CPixoluneView::InvalidateAll() const
 {
     Invalidate(Rect::At({0, 0}, m_geometry.client));
@@ -289,6 +303,13 @@ void CPixoluneView::AskForText(Point documentPoint)
     m_held = MouseButton::None;
     if (m_host != nullptr)
         m_host->OnTextPoint(documentPoint);
+}
+
+void CPixoluneView::AskForTextOf(const Ref<CPicObject>& object)
+{
+    m_held = MouseButton::None;
+    if (m_host != nullptr)
+        m_host->OnTextObject(object);
 }
 
 void CPixoluneView::OnFrameChanged(const Rect& rect)

@@ -32,6 +32,8 @@ public:
     virtual void OnToolModeChanged() {}
     /// The text tool was clicked inside the document: the window asks for a text to stand there.
     virtual void OnTextPoint(Point /*documentPoint*/) {}
+    /// The text of an object was double-clicked: the window asks for another one.
+    virtual void OnTextObject(const Ref<CPicObject>& /*object*/) {}
     virtual void OnCursorChanged(CursorShape /*shape*/) {}
     /// The colour-picking pointer moved over the picture, which shows 0xAARRGGBB there.
     virtual void OnColourUnderPointer(uint32_t /*pixel*/) {}
@@ -120,8 +122,12 @@ public:
     /// Frees what is kept of the last painting: the window is out of sight.
     void ForgetPainting() { m_frameCache = {}; }
     void InvalidateDocument(const Rect& documentRect) const { Invalidate(m_geometry.Touched(documentRect)); }
+    /// Only the edges of a client rectangle, and so many pixels on both sides of them.
+    void InvalidateFrame(const Rect& client, int reach) const;
     void InvalidateAll() const;
     void AskForText(Point documentPoint);
+    /// The object shows a text.
+    void AskForTextOf(const Ref<CPicObject>& object);
     /// How the last text was written here, for the next one.
     [[nodiscard]] TextStyle& LastTextStyle() { return m_lastTextStyle; }
     /// A picture that a tool shows above an object while it works. The tool keeps it alive.

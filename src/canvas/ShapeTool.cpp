@@ -27,10 +27,10 @@ void CShapeTool::Down(const MouseInput& input)
 
 void CShapeTool::Follow(const MouseInput& input)
 {
-    View().Invalidate(Touched());
+    InvalidateBand();
     const Point point = View().Geometry().ToDocument(input.client);
     m_current = input.shift ? SnapSquare(m_anchor, point) : point;
-    View().Invalidate(Touched());
+    InvalidateBand();
 }
 
 void CShapeTool::Move(const MouseInput& input)
@@ -44,7 +44,7 @@ void CShapeTool::Up(const MouseInput& input)
     if (!m_drawing)
         return;
     Follow(input);
-    View().Invalidate(Touched());
+    InvalidateBand();
     m_drawing = false;
     CPixoluneDoc& document = View().Document();
     const CSettings& settings = document.Services().settings;
@@ -61,7 +61,7 @@ void CShapeTool::Up(const MouseInput& input)
 void CShapeTool::Cancel()
 {
     if (m_drawing)
-        View().Invalidate(Touched());
+        InvalidateBand();
     m_drawing = false;
 }
 
@@ -71,10 +71,15 @@ Rect CShapeTool::Box() const
             std::max(m_anchor.x, m_current.x), std::max(m_anchor.y, m_current.y)};
 }
 
-Rect CShapeTool::Touched() const
+void CShapeTool::InvalidateBand() const
 {
-    const int reach = View().Document().Services().settings.Get(Setting::PaintShapeWidth) / 2 + 1;
-    return View().Geometry().Touched(Box().Inflated(reach));
+    const int width = View().Document().Services().settings.Get(Setting::PaintShapeWidth);
+    const int reach = View().Geometry().ToCanvasLength(width) / 2 + 2;
+    const Rect box = View().Geometry().ToClient(Box());
+    if (m_kind == ShapeKind::Rectangle)
+        View().InvalidateFrame(box, reach);
+    else
+        View().Invalidate(box.Inflated(reach));
 }
 
 void CShapeTool::PaintFeedback(const BitmapView& target, const Rect& area) const

@@ -24,8 +24,8 @@ public:
 private:
     /// The shape's box in document coordinates, normalised.
     [[nodiscard]] Rect Box() const;
-    /// Client pixels that the rubber band touches.
-    [[nodiscard]] Rect Touched() const;
+    /// What the rubber band touches is to be painted again.
+    void InvalidateBand() const;
     void Follow(const MouseInput& input);
 
     ShapeKind m_kind;

@@ -3,6 +3,8 @@
 #include "document/ObjectOperations.h"
 #include "support/TestDocument.h"
 
+#include <utility>
+
 namespace {
 
 TEST(ViewGeometry, MapsPointsAndCentresSmallPictures)
@@ -57,7 +59,7 @@ TEST(View, PaintingAPartEqualsThatPartOfTheWhole)
         CPackedDib whole = CPackedDib::Create(61, 47, 32);
         view.Paint(ViewOf(whole), {0, 0, 61, 47});
         for (const Rect& area : {Rect{0, 0, 1, 1}, Rect{7, 3, 40, 30}, Rect{33, 20, 61, 47}}) {
-            CPackedDib part = CPackedDib::Create(area.Width(), area.Height(), 32);
+            CPackedDib part = RandomDib(area.Width(), area.Height(), 5);
             view.Paint(ViewOf(part), area);
             for (int y = 0; y < area.Height(); ++y) {
                 for (int x = 0; x < area.Width(); ++x)
@@ -67,6 +69,68 @@ TEST(View, PaintingAPartEqualsThatPartOfTheWhole)
         }
         if (zoom == kMaxZoom)
             break;
+    }
+}
+
+/// Keeps what a window would show, painting only what it is asked to.
+struct Screen final : IViewHost {
+    void Invalidate(const Rect& client) override { invalid.push_back(client); }
+    void OnLayoutChanged() override { invalid = {{0, 0, 61, 47}}; }
+    void Repaint(const CPixoluneView& view)
+    {
+        for (const Rect& rect : std::exchange(invalid, {}))
+            view.Paint(ViewOf(pixels).Part(rect), rect);
+    }
+    std::vector<Rect> invalid;
+    CPackedDib pixels = CPackedDib::Create(61, 47, 32);
+};
+
+TEST(View, PaintingWhatIsInvalidatedShowsEverythingThatChanged)
+{
+    for (int mode = 0; mode < kToolModeCount; ++mode) {
+        for (const int zoom : {-2, 1, 3}) {
+            for (const int option : {0, 1}) {
+                SCOPED_TRACE(testing::Message()
+                             << "tool " << mode << " zoom " << zoom << " option " << option);
+                TestDocument test;
+                test.Add(RandomDib(25, 19, 3), -4, 3, true);
+                test.Add(RandomDib(30, 40, 4), 12, -7);
+                for (const Setting setting : {Setting::FillInsideShape, Setting::PaintBeeline,
+                                              Setting::EraseBeeline, Setting::AllowPaintTransparence})
+                    test.settings.Set(setting, option);
+                test.settings.Set(Setting::PaintShapeWidth, 5);
+                Screen screen;
+                CPixoluneView view(test.doc, &screen);
+                view.SetClientSize({61, 47});
+                view.SetZoom(zoom);
+                view.SetMode(static_cast<ToolMode>(mode));
+                const auto expectAll = [&](const char* after) {
+                    SCOPED_TRACE(after);
+                    screen.Repaint(view);
+                    CPackedDib whole = CPackedDib::Create(61, 47, 32);
+                    view.Paint(ViewOf(whole), {0, 0, 61, 47});
+                    ASSERT_TRUE(SameBytes(screen.pixels, whole));
+                };
+                MouseInput input{{18, 15}, MouseButton::Left};
+                view.SetPointerInside(true);
+                view.Move({{10, 12}});
+                expectAll("the pointer came");
+                view.Press(input);
+                expectAll("press");
+                for (const Point point : {Point{40, 31}, Point{25, 36}, Point{9, 20}, Point{30, 5}}) {
+                    input.client = point;
+                    view.Move(input);
+                    expectAll("move");
+                }
+                view.Release(input);
+                expectAll("release");
+                view.Key(ToolKey::Enter);
+                view.Move({{50, 40}});
+                expectAll("the end");
+                view.SetPointerInside(false);
+                expectAll("the pointer left");
+            }
+        }
     }
 }
 

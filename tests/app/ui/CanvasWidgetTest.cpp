@@ -5,6 +5,7 @@
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -70,6 +71,18 @@ TEST_F(CCanvasWidgetTest, ContextMenuSelectsWhatIsUnderThePointerAndLeavesNothin
     ask();
     EXPECT_EQ(asked, 1) << "painting tools use the right button themselves";
 }
+
+/// Notes what of a widget is painted.
+class CPaintedArea final : public QObject {
+public:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+    QRegion region;
+};
 
 } // namespace
 
@@ -158,4 +171,38 @@ TEST_F(CCanvasWidgetTest, EscapeGivesUpADragOfObjects)
     EXPECT_EQ(m_document.History().PeekUndo(), nullptr);
     QTest::keyClick(&m_widget, Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(m_document.Canvas().objects.Bottom()->x, 10) << "arrow keys move what is selected";
+}
+
+TEST_F(CCanvasWidgetTest, DraggingAnObjectRepaintsWhereItWasAndWhereItIs)
+{
+    auto small = MakeShared<CPicObject>(m_document.NewImage(RandomDib(20, 10, 4)));
+    small->visible = true;
+    m_document.Canvas().objects.Append(small);
+    QWidget* port = m_widget.viewport();
+    QTest::mousePress(port, Qt::LeftButton, {}, {6, 4});
+    QTest::mouseMove(port, {10, 8});
+    QCoreApplication::processEvents();
+    CPaintedArea painted;
+    port->installEventFilter(&painted);
+    for (const QPoint to : {QPoint(60, 40), QPoint(63, 42)}) {
+        const Rect old = m_view.Geometry().ToClient(small->Rectangle());
+        painted.region = {};
+        QTest::mouseMove(port, to);
+        QCoreApplication::processEvents();
+        const Rect now = m_view.Geometry().ToClient(small->Rectangle());
+        EXPECT_NE(old, now);
+        const qreal ratio = m_widget.devicePixelRatioF();
+        QRegion needed;
+        for (const Rect& rect : {old, now}) {
+            // Two pixels for the frame of a selected object, and what rounding to the desktop's pixels takes.
+            const Rect around = rect.Inflated(2);
+            needed += QRectF(around.left / ratio, around.top / ratio, around.Width() / ratio,
+                             around.Height() / ratio)
+                          .toAlignedRect()
+                          .adjusted(-1, -1, 1, 1);
+        }
+        EXPECT_FALSE(painted.region.isEmpty());
+        EXPECT_TRUE(painted.region.subtracted(needed).isEmpty());
+    }
+    QTest::mouseRelease(port, Qt::LeftButton, {}, {63, 42});
 }
