@@ -3,7 +3,6 @@
 
 #include "canvas/EraseStroke.h"
 #include "canvas/PixoluneView.h"
-#include "document/Refusal.h"
 #include "history/PaintCommand.h"
 #include "platform/settings/Settings.h"
 
@@ -25,29 +24,30 @@ void CEraseTool::BeginStroke(MouseButton /*button*/)
     m_stroke.emplace(Target()->image);
 }
 
-void CEraseTool::ApplySegment(const CCoverageMask& mask)
+bool CEraseTool::ApplySegment(const CCoverageMask& mask)
 {
     if (!m_stroke->Prepare(mask.Bounds()))
-        return;
+        return !m_stroke->IsIntact();
     ErasePixels(m_stroke->Pixels(), mask, m_transparence);
     View().Document().NotifyFrameChanged(mask.Bounds().Moved(Target()->x, Target()->y));
+    return true;
 }
 
-void CEraseTool::FinishStroke()
+bool CEraseTool::FinishStroke()
 {
     if (m_stroke->HasPainted()) {
         CPixoluneDoc& document = View().Document();
-        CPackedDib original = m_stroke->Original();
+        CPackedDib original = m_stroke->TakeOriginal();
         if (original.IsEmpty()) {
             AbandonStroke();
-            Refuse(document, Str::OutOfMemory);
-            return;
+            return false;
         }
         document.Record(
             std::make_unique<CPaintCommand>(PaintKind::Erase, Target()->image, std::move(original)));
         document.NotifyObjectsChanged();
     }
     m_stroke.reset();
+    return true;
 }
 
 void CEraseTool::AbandonStroke()

@@ -18,8 +18,8 @@ protected:
     [[nodiscard]] StrokeSettings ReadSettings() const override;
     void BeginStroke(MouseButton button) override;
     [[nodiscard]] Rect Reach() const override { return Target()->Rectangle(); }
-    void ApplySegment(const CCoverageMask& mask) override;
-    void FinishStroke() override;
+    bool ApplySegment(const CCoverageMask& mask) override;
+    bool FinishStroke() override;
     void AbandonStroke() override;
 
 private:

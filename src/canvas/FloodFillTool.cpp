@@ -81,6 +81,7 @@ bool CFloodFillTool::FillColour(const Ref<CPicObject>& object, Point point, cons
         FillEverywhere(dib, seed, paint, clip);
     else if (!FillConnected(dib, seed, paint, point, clip))
         return false;
+    old.TakeWrittenText(dib);
     document.Record(std::make_unique<CPaintCommand>(PaintKind::Flood, object->image, std::move(old)));
     document.NotifyObjectsChanged();
     document.NotifyFrameChanged(object->Rectangle());

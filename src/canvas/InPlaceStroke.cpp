@@ -32,11 +32,13 @@ bool CInPlaceStroke::Prepare(const Rect& rect)
     });
 }
 
-CPackedDib CInPlaceStroke::Original() const
+CPackedDib CInPlaceStroke::TakeOriginal()
 {
     CPackedDib original = m_image->Dib().Duplicate();
-    if (!original.IsEmpty())
-        CopyOldInto(ViewOf(original));
+    if (original.IsEmpty())
+        return original;
+    CopyOldInto(ViewOf(original));
+    original.TakeWrittenText(m_image->MutableDib());
     return original;
 }
 

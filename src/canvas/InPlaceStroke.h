@@ -14,16 +14,16 @@ public:
     /// Keeps the pixels of a rectangle inside the picture, which is then about to be painted. False when
     /// memory runs out, or another picture stands there by now.
     [[nodiscard]] bool Prepare(const Rect& rect);
+    /// Whether the image still holds the picture that it held at first.
+    [[nodiscard]] bool IsIntact() const;
     [[nodiscard]] BitmapView Pixels() const { return ViewOf(m_image->MutableDib()); }
     [[nodiscard]] bool HasPainted() const { return !m_old.IsEmpty() && IsIntact(); }
-    /// The whole picture as it was before; empty when memory runs out.
-    [[nodiscard]] CPackedDib Original() const;
+    /// Ends the painting: the whole picture as it was before. Empty when memory runs out.
+    [[nodiscard]] CPackedDib TakeOriginal();
     /// Puts everything back.
     void Restore();
 
 private:
-    /// Whether the image still holds the picture that it held at first.
-    [[nodiscard]] bool IsIntact() const;
     void CopyOldInto(const BitmapView& picture) const;
 
     Ref<CRasterImage> m_image;

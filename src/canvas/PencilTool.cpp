@@ -5,7 +5,6 @@
 #include "canvas/PencilStroke.h"
 #include "canvas/PixoluneView.h"
 #include "canvas/ReplacePicture.h"
-#include "document/Refusal.h"
 #include "platform/settings/Settings.h"
 
 #include <algorithm>
@@ -39,45 +38,46 @@ Rect CPencilTool::Reach() const
     return m_layer ? m_layer->Limits() : Target()->Rectangle();
 }
 
-void CPencilTool::ApplySegment(const CCoverageMask& mask)
+bool CPencilTool::ApplySegment(const CCoverageMask& mask)
 {
-    if (m_layer) {
-        AddToLayer(mask);
-    } else if (m_inPlace->Prepare(mask.Bounds())) {
-        PaintOntoPixels(m_inPlace->Pixels(), mask, m_paint);
-        View().Document().NotifyFrameChanged(mask.Bounds().Moved(Target()->x, Target()->y));
-    }
+    if (m_layer)
+        return AddToLayer(mask);
+    if (!m_inPlace->Prepare(mask.Bounds()))
+        return !m_inPlace->IsIntact();
+    PaintOntoPixels(m_inPlace->Pixels(), mask, m_paint);
+    View().Document().NotifyFrameChanged(mask.Bounds().Moved(Target()->x, Target()->y));
+    return true;
 }
 
-void CPencilTool::AddToLayer(const CCoverageMask& mask)
+bool CPencilTool::AddToLayer(const CCoverageMask& mask)
 {
     const bool hasRoom = m_layer->Include(mask.Bounds(), [&](const BitmapView& room, const Rect&) {
         for (int y = 0; y < room.height; ++y)
             std::fill_n(reinterpret_cast<uint32_t*>(room.Row(y)), room.width, m_paint.colour);
     });
     if (!hasRoom)
-        return;
+        return false;
     PlacedPicture& layer = m_layer->Picture();
     ::AddToLayer(ViewOf(layer.dib), layer.position, mask, m_paint.alpha);
     View().SetFloating({&layer.dib, layer.position, Target()->transparency, Target().Get()});
     View().InvalidateDocument(mask.Bounds());
+    return true;
 }
 
-void CPencilTool::FinishStroke()
+bool CPencilTool::FinishStroke()
 {
     if (m_layer) {
         View().SetFloating({});
-        JoinLayer();
+        const bool isJoined = JoinLayer();
         m_layer.reset();
-        return;
+        return isJoined;
     }
     if (m_inPlace->HasPainted()) {
         CPixoluneDoc& document = View().Document();
-        CPackedDib original = m_inPlace->Original();
+        CPackedDib original = m_inPlace->TakeOriginal();
         if (original.IsEmpty()) {
             AbandonStroke();
-            Refuse(document, Str::OutOfMemory);
-            return;
+            return false;
         }
         auto command = std::make_unique<CPixelEditCommand>(PixelEditKind::PaintLine);
         command->AddPicture(Target()->image, std::move(original));
@@ -85,24 +85,25 @@ void CPencilTool::FinishStroke()
         document.NotifyObjectsChanged();
     }
     m_inPlace.reset();
+    return true;
 }
 
-void CPencilTool::JoinLayer()
+bool CPencilTool::JoinLayer()
 {
     CPixoluneDoc& document = View().Document();
     const Ref<CPicObject>& object = Target();
     const std::optional<PlacedPicture> painted = Trimmed(m_layer->Picture());
     if (painted && painted->dib.IsEmpty())
-        return;
+        return true;
     PlacedPicture joined;
     if (painted && !object->image->Dib().IsEmpty())
         joined = JoinPictures(object->image->Dib(), {object->x, object->y}, *painted, JoinRule::Over);
     if (joined.dib.IsEmpty()) {
         View().InvalidateDocument(m_layer->Picture().Rectangle());
-        Refuse(document, Str::OutOfMemory);
-        return;
+        return false;
     }
     ReplaceObjectPicture(document, object, std::move(joined), PixelEditKind::PaintLine);
+    return true;
 }
 
 void CPencilTool::AbandonStroke()

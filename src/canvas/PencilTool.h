@@ -20,13 +20,13 @@ protected:
     [[nodiscard]] StrokeSettings ReadSettings() const override;
     void BeginStroke(MouseButton button) override;
     [[nodiscard]] Rect Reach() const override;
-    void ApplySegment(const CCoverageMask& mask) override;
-    void FinishStroke() override;
+    bool ApplySegment(const CCoverageMask& mask) override;
+    bool FinishStroke() override;
     void AbandonStroke() override;
 
 private:
-    void AddToLayer(const CCoverageMask& mask);
-    void JoinLayer();
+    bool AddToLayer(const CCoverageMask& mask);
+    bool JoinLayer();
 
     Paint m_paint;
     /// Where transparent areas may be painted the stroke has a layer of its own, which then joins the object;

@@ -11,7 +11,7 @@
 bool AddShapeObject(CPixoluneDoc& document, ShapeCoverage coverage, ObjectListKind kind, MouseButton button)
 {
     if (coverage.dib.IsEmpty())
-        return false;
+        return coverage.outOfMemory ? Refuse(document, Str::OutOfMemory) : false;
     const CSettings& settings = document.Services().settings;
     ColourFill fill{static_cast<uint32_t>(settings.Get(Setting::PaintForeColor)),
                     static_cast<uint32_t>(settings.Get(Setting::PaintBackgndColor)),

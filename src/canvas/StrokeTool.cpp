@@ -34,7 +34,7 @@ void CStrokeTool::Down(const MouseInput& input)
     SelectPaintTarget(document, *m_target);
     m_settings = ReadSettings();
     m_last = point;
-    m_hasMoved = false;
+    m_hasMoved = m_lacksSegment = false;
     m_pressedClient = m_pointerClient = input.client;
     BeginStroke(input.button);
 }
@@ -61,14 +61,22 @@ void CStrokeTool::Up(const MouseInput& input)
 {
     if (!m_target)
         return;
+    CPixoluneDoc& document = View().Document();
+    if (document.Canvas().objects.Find(m_target.Get()) == CObjectList::kNone) {
+        // It went while it was painted.
+        Cancel();
+        return;
+    }
     if (m_settings.beeline) {
         InvalidateLine();
         DrawSegment(m_last, EndPoint(input));
     } else if (!m_hasMoved) {
         DrawSegment(m_last, m_last);
     }
-    FinishStroke();
+    const bool isComplete = FinishStroke() && !m_lacksSegment;
     m_target = nullptr;
+    if (!isComplete)
+        Refuse(document, Str::OutOfMemory);
 }
 
 void CStrokeTool::Cancel()
@@ -109,9 +117,13 @@ Point CStrokeTool::EndPoint(const MouseInput& input) const
 
 void CStrokeTool::DrawSegment(Point from, Point to)
 {
-    if (const std::optional<CCoverageMask> mask =
-            RasteriseSegment(Reach(), from, to, m_settings.pen, View().Selection()))
-        ApplySegment(*mask);
+    const Rect reach = Reach();
+    const CRegion& selection = View().Selection();
+    if (SegmentBox(reach, from, to, m_settings.pen, selection).IsEmpty())
+        return;
+    const std::optional<CCoverageMask> mask = RasteriseSegment(reach, from, to, m_settings.pen, selection);
+    if (!mask || !ApplySegment(*mask))
+        m_lacksSegment = true;
 }
 
 void CStrokeTool::InvalidateLine() const

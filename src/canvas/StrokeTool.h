@@ -37,9 +37,10 @@ protected:
     virtual void BeginStroke(MouseButton button) = 0;
     /// The document pixels that the stroke may reach; masks lie in coordinates from its corner.
     [[nodiscard]] virtual Rect Reach() const = 0;
-    virtual void ApplySegment(const CCoverageMask& mask) = 0;
-    /// Records what has been painted, if anything.
-    virtual void FinishStroke() = 0;
+    /// False when memory runs out; the segment is then left out.
+    virtual bool ApplySegment(const CCoverageMask& mask) = 0;
+    /// Records what has been painted, if anything. False when memory runs out; everything is put back then.
+    virtual bool FinishStroke() = 0;
     /// Puts everything back.
     virtual void AbandonStroke() = 0;
 
@@ -59,6 +60,7 @@ private:
     StrokeSettings m_settings;
     Point m_last; ///< document point up to which the stroke has been drawn
     bool m_hasMoved = false;
+    bool m_lacksSegment = false; ///< for want of memory
     Point m_pressedClient;
     Point m_pointerClient;
 };

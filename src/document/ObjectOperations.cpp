@@ -37,6 +37,8 @@ Ref<CPicObject> CopyOf(const CPixoluneDoc& document, const CPicObject& source)
     CPackedDib dib = hasPicture ? source.image->Dib().Duplicate() : CPackedDib();
     if (hasPicture && dib.IsEmpty())
         return nullptr;
+    if (hasPicture)
+        dib.SetWrittenText(source.image->Dib().WrittenText());
     Ref<CPicObject> copy = VisibleSelectedObject(document, std::move(dib), {source.x, source.y});
     copy->locked = source.locked;
     copy->fallbackSize = source.fallbackSize;

@@ -7,7 +7,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
+#include <utility>
+
+struct TextStyle;
 
 /// The BITMAPINFOHEADER that begins every packed DIB, little-endian as in files.
 struct DibHeader {
@@ -71,6 +75,14 @@ public:
     /// Byte for byte the same; empty when memory runs out.
     [[nodiscard]] CPackedDib Duplicate() const;
 
+    /// The text that the picture shows, as long as it shows that and nothing else; none for other pictures.
+    /// It goes with the picture that is moved, copies do without it, and who paints into the picture takes it
+    /// away.
+    [[nodiscard]] const std::shared_ptr<const TextStyle>& WrittenText() const { return m_writtenText; }
+    void SetWrittenText(std::shared_ptr<const TextStyle> text) { m_writtenText = std::move(text); }
+    /// For a copy that is kept of a picture before that is painted.
+    void TakeWrittenText(CPackedDib& from) { m_writtenText = std::exchange(from.m_writtenText, nullptr); }
+
     [[nodiscard]] bool IsEmpty() const { return m_block.IsEmpty(); }
     explicit operator bool() const { return !IsEmpty(); }
 
@@ -105,6 +117,7 @@ private:
 
     CHeapBlock m_block;
     size_t m_bitsOffset = 0;
+    std::shared_ptr<const TextStyle> m_writtenText;
 };
 
 /// 32-bit pixels that somebody else owns. `top` is the first byte of the top row; the stride is negative

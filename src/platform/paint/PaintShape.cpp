@@ -37,12 +37,13 @@ QRect PixelsOf(const QRectF& area)
     return area.toAlignedRect();
 }
 
-void PaintTile(CPackedDib& dib, const QRect& tile, QPoint corner, const QPainterPath& path,
+/// False when memory runs out.
+bool PaintTile(CPackedDib& dib, const QRect& tile, QPoint corner, const QPainterPath& path,
                const QBrush& brush, const QPen& pen)
 {
     QImage image(tile.size(), QImage::Format_Alpha8);
     if (image.isNull())
-        return;
+        return false;
     image.fill(0);
     {
         QPainter painter(&image);
@@ -54,6 +55,7 @@ void PaintTile(CPackedDib& dib, const QRect& tile, QPoint corner, const QPainter
     }
     for (int y = 0; y < tile.height(); ++y)
         std::copy_n(image.constScanLine(y), tile.width(), dib.Row(tile.top() + y) + tile.left());
+    return true;
 }
 
 ShapeCoverage PaintPath(const QPainterPath& path, const QRectF& bounds, const QBrush& brush, const QPen& pen)
@@ -61,14 +63,16 @@ ShapeCoverage PaintPath(const QPainterPath& path, const QRectF& bounds, const QB
     const QRect pixels = PixelsOf(bounds);
     if (pixels.isEmpty())
         return {};
-    ShapeCoverage coverage{CreateGrayDib(pixels.width(), pixels.height()), {pixels.left(), pixels.top()}};
+    ShapeCoverage coverage{
+        CreateGrayDib(pixels.width(), pixels.height()), {pixels.left(), pixels.top()}, false};
     if (coverage.dib.IsEmpty())
-        return {};
+        return {{}, {}, true};
     for (int top = 0; top < pixels.height(); top += kTile) {
         for (int left = 0; left < pixels.width(); left += kTile) {
             const QRect tile(left, top, std::min(kTile, pixels.width() - left),
                              std::min(kTile, pixels.height() - top));
-            PaintTile(coverage.dib, tile, pixels.topLeft(), path, brush, pen);
+            if (!PaintTile(coverage.dib, tile, pixels.topLeft(), path, brush, pen))
+                return {{}, {}, true};
         }
     }
     return coverage;

@@ -9,6 +9,7 @@
 struct ShapeCoverage {
     CPackedDib dib; ///< 8 bits per pixel, palette of 256 greys, 255 fully covered; empty without a shape
     Point corner;   ///< of its top-left pixel in document coordinates
+    bool outOfMemory = false; ///< there is a shape, but not the memory for it
 };
 
 enum class ShapeKind { Rectangle, Ellipse };

@@ -53,6 +53,12 @@ struct Layout {
     QSizeF size;
 };
 
+bool IsTooLarge(const QSizeF& size)
+{
+    return !(size.width() <= kMaxSide) || !(size.height() <= kMaxSide) ||
+           size.width() * size.height() > static_cast<double>(kMaxPicturePixels);
+}
+
 std::unique_ptr<QTextLayout> LayOut(const QString& text, const QFont& font)
 {
     auto layout = std::make_unique<QTextLayout>(text, font);
@@ -74,18 +80,22 @@ double Shift(TextAlignment alignment, double room)
     return alignment == TextAlignment::Left ? 0 : alignment == TextAlignment::Right ? room : room / 2;
 }
 
+/// Lays out no more lines than it takes to know that they are too large.
 Layout LayOutHorizontally(const QStringList& lines, const QFont& font, const TextStyle& style)
 {
     Layout result;
     const double step = QFontMetricsF(font).lineSpacing() + style.lineSpacing;
     double width = 0;
+    result.size.setHeight(static_cast<double>(lines.size()) * step);
     for (const QString& line : lines) {
+        if (IsTooLarge({width, result.size.height()}))
+            break;
         result.parts.push_back({LayOut(line, font), {0, static_cast<double>(result.parts.size()) * step}});
         width = std::max(width, WidthOf(*result.parts.back().layout));
     }
     for (PlacedLayout& part : result.parts)
         part.at.rx() += Shift(style.alignment, width - WidthOf(*part.layout));
-    result.size = {width, static_cast<double>(lines.size()) * step};
+    result.size.setWidth(width);
     return result;
 }
 
@@ -107,6 +117,8 @@ Layout LayOutVertically(const QStringList& lines, const QFont& font, const TextS
     for (const QString& line : lines)
         longest = std::max(longest, Characters(line).size());
     result.size = {column * static_cast<double>(lines.size()), stepDown * static_cast<double>(longest)};
+    if (IsTooLarge(result.size))
+        return result;
     for (qsizetype index = 0; index < lines.size(); ++index) {
         const QStringList characters = Characters(lines[index]);
         double y = Shift(style.alignment, stepDown * static_cast<double>(longest - characters.size()));
@@ -168,6 +180,17 @@ CPackedDib CoverageOf(const QImage& image, const QRect& part)
     return coverage;
 }
 
+/// Whether black letters came out with colours: then some glyphs have their own.
+bool HasColour(const QImage& black)
+{
+    for (int y = 0; y < black.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(black.constScanLine(y));
+        if (std::any_of(row, row + black.width(), [](QRgb pixel) { return (pixel & RGB_MASK) != 0; }))
+            return true;
+    }
+    return false;
+}
+
 /// Pixels that look the same whatever the pen belong to coloured glyphs; they keep their colours.
 void KeepOwnColours(CPackedDib& dib, const QImage& black, const QImage& white, const QRect& part)
 {
@@ -199,26 +222,31 @@ PaintedText PaintText(const TextStyle& style)
         style.vertical ? LayOutVertically(lines, font, style) : LayOutHorizontally(lines, font, style);
 
     const double overhang = std::ceil(QFontMetricsF(font).height() * kOverhang) + std::abs(style.baseline);
-    const double width = layout.size.width() + 2 * overhang;
-    const double height = layout.size.height() + 2 * overhang;
-    if (!(width <= kMaxSide) || !(height <= kMaxSide) ||
-        width * height > static_cast<double>(kMaxPicturePixels))
+    const QSizeF area(layout.size.width() + 2 * overhang, layout.size.height() + 2 * overhang);
+    if (IsTooLarge(area)) {
+        painted.outcome = TextOutcome::TooLarge;
         return painted;
-    const QSize size(static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height)));
+    }
+    const QSize size(static_cast<int>(std::ceil(area.width())), static_cast<int>(std::ceil(area.height())));
     const QPointF origin(overhang, overhang - style.baseline);
     const QImage black = PaintLayout(layout, size, origin, Qt::black, style.smooth);
-    const QImage white = PaintLayout(layout, size, origin, Qt::white, style.smooth);
-    if (black.isNull() || white.isNull())
-        return painted;
     const QRect shown = ShownPart(black);
-    if (shown.isEmpty())
+    if (!black.isNull() && shown.isEmpty())
         return painted;
-    const CPackedDib coverage = CoverageOf(black, shown);
-    if (coverage.IsEmpty())
-        return painted;
-    painted.dib = ColourCoverage(coverage, style.fill);
-    if (!painted.dib.IsEmpty())
-        KeepOwnColours(painted.dib, black, white, shown);
     painted.corner = {shown.left() - static_cast<int>(overhang), shown.top() - static_cast<int>(overhang)};
+    painted.outcome = TextOutcome::OutOfMemory;
+    const CPackedDib coverage = CoverageOf(black, shown);
+    CPackedDib dib = coverage.IsEmpty() ? CPackedDib() : ColourCoverage(coverage, style.fill);
+    if (dib.IsEmpty())
+        return painted;
+    if (HasColour(black)) {
+        const QImage white = PaintLayout(layout, size, origin, Qt::white, style.smooth);
+        if (white.isNull())
+            return painted;
+        KeepOwnColours(dib, black, white, shown);
+    }
+    dib.SetWrittenText(std::make_shared<const TextStyle>(style));
+    painted.dib = std::move(dib);
+    painted.outcome = TextOutcome::Painted;
     return painted;
 }

@@ -24,14 +24,20 @@ struct TextStyle {
     bool vertical = false;    ///< characters below each other, lines from right to left
     bool smooth = true;       ///< anti-aliased
     ColourFill fill;
+    friend bool operator==(const TextStyle&, const TextStyle&) = default;
 };
+
+/// What became of a text.
+enum class TextOutcome { Painted, NothingShows, TooLarge, OutOfMemory };
 
 /// A text as a picture.
 struct PaintedText {
-    CPackedDib dib;        ///< 32 bits per pixel, trimmed; empty when nothing shows or memory runs out
+    CPackedDib dib;        ///< 32 bits per pixel, trimmed, with the text written in it; empty unless Painted
     Point corner;          ///< of the picture, relative to the text's top-left corner
     bool fallback = false; ///< the family is not there; another one stands in
+    TextOutcome outcome = TextOutcome::NothingShows;
 };
 
-/// Lays the text out in both directions of writing and paints it. Coloured glyphs keep their own colours.
+/// Lays the text out in both directions of writing and paints it. Coloured glyphs keep their own colours. A
+/// text too large for a picture is given up as soon as that is known.
 [[nodiscard]] PaintedText PaintText(const TextStyle& style);

@@ -122,16 +122,20 @@ std::optional<CCoverageMask> CCoverageMask::Create(const Rect& bounds)
     return mask;
 }
 
-std::optional<CCoverageMask> RasteriseSegment(const Rect& target, Point from, Point to, const Pen& pen,
-                                              const CRegion& selection)
+Rect SegmentBox(const Rect& target, Point from, Point to, const Pen& pen, const CRegion& selection)
 {
     const int margin = (pen.width + 1) / 2 + std::max(2, (pen.softness + 1) / 2);
-    Rect box =
+    const Rect box =
         Rect{std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x), std::max(from.y, to.y)}
             .Inflated(margin)
             .Intersected(target);
-    if (!selection.IsEmpty())
-        box = box.Intersected(selection.Bounds());
+    return selection.IsEmpty() ? box : box.Intersected(selection.Bounds());
+}
+
+std::optional<CCoverageMask> RasteriseSegment(const Rect& target, Point from, Point to, const Pen& pen,
+                                              const CRegion& selection)
+{
+    const Rect box = SegmentBox(target, from, to, pen, selection);
     if (box.IsEmpty())
         return std::nullopt;
     std::optional<CCoverageMask> mask = CCoverageMask::Create(

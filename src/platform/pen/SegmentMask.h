@@ -53,15 +53,19 @@ private:
     std::vector<Run> m_runs;
 };
 
+/// The document pixels that a line may cover: the box of both ends, grown by half the width and half the
+/// softness, at least 2 pixels, as far as target and selection go. Arguments as for RasteriseSegment.
+[[nodiscard]] Rect SegmentBox(const Rect& target, Point from, Point to, const Pen& pen,
+                              const CRegion& selection);
+
 /// The pixels of one straight line whose centres lie in the shape of the pen. A pen of odd width runs through
 /// the centres of the pixels at both ends, one of even width through their top left corners, so that an
 /// upright or level line is exactly as wide as the pen. Square ends reach half a width past the end.
 ///
-/// Only the box of both ends is drawn, grown by half the width and half the softness, at least 2 pixels: it
-/// cuts the corners of slanting square ends.
+/// Only what lies in its SegmentBox is drawn: that cuts the corners of slanting square ends.
 ///
 /// target: the picture's rectangle in document pixels; the mask lies in the picture's own coordinates.
 /// selection: document pixels that may be covered; empty means all.
-/// No mask when nothing of the line's box is left, or memory runs out. Cost: the line's area.
+/// No mask when the box is empty, or memory runs out. Cost: the line's area.
 [[nodiscard]] std::optional<CCoverageMask> RasteriseSegment(const Rect& target, Point from, Point to,
                                                             const Pen& pen, const CRegion& selection);
