@@ -44,7 +44,11 @@ bool RunCommand(CommandContext& context, CommandId id)
     if (!IsCommandEnabled(context, id))
         return false;
     context.id = id;
-    return FindCommand(id).run(context);
+    const CommandRow& row = FindCommand(id);
+    // What is half done goes before anything else is done; looking from elsewhere disturbs nothing.
+    if (context.view != nullptr && !row.menu.starts_with("View"))
+        context.view->CancelDrag();
+    return row.run(context);
 }
 
 bool Always(const CommandContext& /*context*/)

@@ -3,6 +3,7 @@
 
 #include "canvas/PixoluneView.h"
 #include "document/PlacementOperations.h"
+#include "document/Refusal.h"
 
 namespace {
 
@@ -51,6 +52,10 @@ void CDefaultTool::Move(const MouseInput& input)
         if (m_state == State::Idle)
             return;
         m_recorded = document.History().PeekUndo();
+    } else if (document.History().PeekUndo() != m_recorded) {
+        // The move was undone, or something else done, while it went on.
+        m_state = State::Idle;
+        return;
     }
     const Point point = View().Geometry().ToDocument(input.client);
     const Point delta{AddClamped(point.x, -m_last.x), AddClamped(point.y, -m_last.y)};
@@ -66,6 +71,18 @@ void CDefaultTool::Up(const MouseInput& /*input*/)
     if (m_state == State::Moving)
         View().Document().NotifyObjectsChanged();
     m_state = State::Idle;
+}
+
+void CDefaultTool::DoubleClick(const MouseInput& input)
+{
+    CPixoluneDoc& document = View().Document();
+    const Ref<CPicObject> hit = document.Canvas().ClickTarget(View().Geometry().ToDocument(input.client));
+    if (input.button != MouseButton::Left || !hit || !hit->image->Dib().WrittenText())
+        return;
+    if (hit->locked)
+        Refuse(document, Str::ObjectsLocked);
+    else
+        View().AskForTextOf(hit);
 }
 
 void CDefaultTool::Cancel()

@@ -5,7 +5,7 @@
 
 class CEditCommand;
 
-/// Selects and moves objects.
+/// Selects and moves objects; a double click changes the text of one.
 class CDefaultTool final : public CTool {
 public:
     using CTool::CTool;
@@ -13,6 +13,8 @@ public:
     void Down(const MouseInput& input) override;
     void Move(const MouseInput& input) override;
     void Up(const MouseInput& input) override;
+    /// Asks for another text where an object shows one.
+    void DoubleClick(const MouseInput& input) override;
     void Cancel() override;
     [[nodiscard]] bool IsBusy() const override { return m_state != State::Idle; }
     /// The smallest rectangle around the objects that are moved.

@@ -19,15 +19,15 @@ struct ObjectProperties {
     void ApplyTo(CPicObject& object) const;
 };
 
-/// Swaps an object's properties with saved ones, and its picture where that was resized.
+/// Swaps an object's properties with saved ones, and its picture where that was resized or written again.
 class CPropertiesCommand final : public CExchangeCommand {
 public:
-    CPropertiesCommand(Ref<CPicObject> object, ObjectProperties saved)
-        : CExchangeCommand(Str::UndoProperties), m_object(std::move(object)), m_saved(std::move(saved))
+    CPropertiesCommand(Ref<CPicObject> object, ObjectProperties saved, Str name = Str::UndoProperties)
+        : CExchangeCommand(name), m_object(std::move(object)), m_saved(std::move(saved))
     {
     }
 
-    /// Keeps the picture that the object showed before it was resized.
+    /// Keeps the picture that the object showed before.
     void AddPicture(CPackedDib saved) { m_picture.emplace(m_object->image, std::move(saved)); }
     [[nodiscard]] size_t HeldBytes() const override { return m_picture ? m_picture->HeldBytes() : 0; }
 

@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleValidator>
+#include <QElapsedTimer>
 #include <QFontComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -57,13 +58,15 @@ CValueControl* NamedControl(const CValueControl::Range& range, int value, Str na
 
 } // namespace
 
-CAddTextDialog::CAddTextDialog(CPixoluneView& view, Point documentPoint, QWidget* parent)
-    : QDialog(parent), m_view(view), m_settings(view.Document().Services().settings),
-      m_session(view, documentPoint), m_transparencyOnEntry(m_settings.Get(Setting::TextBlendOpacity))
+CSettings& CAddTextDialog::SettingsOf(CPixoluneView& view)
+{
+    return view.Document().Services().settings;
+}
+
+void CAddTextDialog::SetUp()
 {
     setWindowTitle(ToQString(Str::AddText));
     m_preview.setSingleShot(true);
-    m_preview.setInterval(0);
     connect(&m_preview, &QTimer::timeout, this, &CAddTextDialog::Preview);
     CreateControls();
     LayOut();
@@ -72,10 +75,13 @@ CAddTextDialog::CAddTextDialog(CPixoluneView& view, Point documentPoint, QWidget
 
 void CAddTextDialog::CreateControls()
 {
-    const TextStyle style = InitialTextStyle(m_view);
+    const TextStyle& style = m_session.InitialStyle();
     m_font = new QFontComboBox;
     if (!style.family.empty())
         m_font->setCurrentFont(QFont(ToQString(style.family)));
+    // A family that is missing has no row.
+    if (!style.family.empty())
+        m_font->setEditText(ToQString(style.family));
     m_size = new QComboBox;
     m_size->setEditable(true);
     m_size->setValidator(new QDoubleValidator(kSmallestSize, kLargestSize, 1, m_size));
@@ -99,7 +105,8 @@ void CAddTextDialog::CreateControls()
     m_line = NamedControl({0, 100, 10}, style.lineSpacing, Str::LineSpacing);
     m_character = NamedControl({-50, 100, 10}, style.characterSpacing, Str::CharacterSpacing);
     m_baseline = NamedControl({-500, 500, 0}, style.baseline, Str::BaselineShift);
-    m_transparency = NamedControl({0, 255, 0}, m_transparencyOnEntry & 255, Str::TextTransparency);
+    m_transparency =
+        NamedControl({0, 255, 0}, m_settings.Get(Setting::TextBlendOpacity) & 255, Str::TextTransparency);
     m_vertical = new QCheckBox(ToQString(Str::TextVertical));
     m_smooth = new QCheckBox(ToQString(Str::SmoothEdge));
     m_vertical->setChecked(style.vertical);
@@ -108,9 +115,9 @@ void CAddTextDialog::CreateControls()
     m_text->setAccessibleName(ToQString(Str::AddText));
     m_text->setTabChangesFocus(true);
     m_text->setMinimumHeight(m_text->fontMetrics().lineSpacing() * 6);
-    m_fallback = new QLabel(ToQString(Str::FontIsMissing));
-    m_fallback->setWordWrap(true);
-    m_fallback->hide();
+    m_text->setPlainText(ToQString(style.text));
+    m_text->selectAll();
+    m_note = new QLabel;
 
     connect(m_font, &QFontComboBox::currentFontChanged, this, &CAddTextDialog::SchedulePreview);
     connect(m_font, &QFontComboBox::editTextChanged, this, &CAddTextDialog::SchedulePreview);
@@ -172,7 +179,7 @@ void CAddTextDialog::LayOut()
     layout->addLayout(style);
     layout->addLayout(values);
     layout->addWidget(m_text, 1);
-    layout->addWidget(m_fallback);
+    layout->addWidget(m_note);
     layout->addWidget(buttons);
 }
 
@@ -207,8 +214,16 @@ TextStyle CAddTextDialog::Style() const
 
 void CAddTextDialog::Preview()
 {
+    QElapsedTimer clock;
+    clock.start();
     m_session.Preview(Style());
-    m_fallback->setVisible(m_session.UsesFallbackFont());
+    constexpr qint64 kUnnoticedMs = 40;
+    constexpr qint64 kLongestWaitMs = 600;
+    const qint64 took = clock.elapsed();
+    m_previewMs = took <= kUnnoticedMs ? 0 : static_cast<int>(std::min(took, kLongestWaitMs));
+    m_note->setText(m_session.IsTooLarge()         ? ToQString(Str::TextIsTooLarge)
+                    : m_session.UsesFallbackFont() ? ToQString(Str::FontIsMissing)
+                                                   : QString());
 }
 
 void CAddTextDialog::ChooseFill()
@@ -220,6 +235,9 @@ void CAddTextDialog::ChooseFill()
 void CAddTextDialog::accept()
 {
     m_preview.stop();
+    Preview();
+    if (m_session.IsTooLarge())
+        return; // the note says why, and the text is not lost
     m_session.Ok(Style());
     QDialog::accept();
 }
@@ -227,7 +245,6 @@ void CAddTextDialog::accept()
 void CAddTextDialog::reject()
 {
     m_preview.stop();
-    m_settings.Set(Setting::TextBlendOpacity, m_transparencyOnEntry);
     m_session.Cancel();
     QDialog::reject();
 }

@@ -257,6 +257,15 @@ void CCanvasWidget::OnTextPoint(Point documentPoint)
                        [this, documentPoint] { CAddTextDialog(m_view, documentPoint, this).exec(); });
 }
 
+void CCanvasWidget::OnTextObject(const Ref<CPicObject>& object)
+{
+    m_textObject = object;
+    QTimer::singleShot(0, this, [this] {
+        CAddTextDialog(m_view, m_textObject, this).exec();
+        m_textObject = nullptr;
+    });
+}
+
 void CCanvasWidget::ShowCursor()
 {
     const bool panning = m_spaceHeld || m_panFrom;

@@ -69,6 +69,7 @@ private:
     void OnPaintColoursChanged() override { Q_EMIT PaintColorsChanged(); }
     void OnTextPoint(Point documentPoint) override;
     void OnPlaybackChanged() override;
+    void OnTextObject(const Ref<CPicObject>& object) override;
 
     [[nodiscard]] Point ToClient(const QPointF& position) const;
     [[nodiscard]] MouseInput ToInput(const QMouseEvent& event) const;
@@ -91,7 +92,8 @@ private:
     std::optional<CursorShape> m_shownCursor;
     Qt::MouseButton m_held = Qt::NoButton; ///< the button of the view's drag
     std::optional<Point> m_panFrom;
-    qreal m_ratio = 0; ///< device pixels a pixel when the client size was taken
+    Ref<CPicObject> m_textObject; ///< whose text is asked for
+    qreal m_ratio = 0;            ///< device pixels a pixel when the client size was taken
     bool m_spaceHeld = false;
     bool m_showsFocus = false; ///< the keyboard brought the focus here
     bool m_updatingBars = false;
