@@ -5,6 +5,7 @@
 #include "platform/region/Region.h"
 #include "support/Cases.h"
 #include "support/Inputs.h"
+#include "support/Workbench.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -46,6 +47,34 @@ const bool kRegistered = [] {
             stroke.Restore();
         };
     });
+    // Through the tools: the cost is that of the segment's box, whatever the object's size.
+    const struct {
+        const char* name;
+        ToolMode mode;
+        int allowsTransparence;
+    } tools[] = {{"pencil-layer", ToolMode::Pencil, 1},
+                 {"pencil-in-place", ToolMode::Pencil, 0},
+                 {"eraser", ToolMode::Erase, 1}};
+    for (const auto& tool : tools) {
+        for (const int megapixels : kMegapixels) {
+            const auto add = [&](const char* what, Point to) {
+                AddCase({std::string("stroke/") + tool.name + what, SizeName(megapixels), "ours"}, [=] {
+                    auto bench = std::make_shared<CWorkbench>(BackdropPicture(megapixels).Duplicate());
+                    for (const Setting width : {Setting::PaintLineWidth, Setting::EraseLineWidth})
+                        bench->Settings().Set(width, 50);
+                    bench->Settings().Set(Setting::AllowPaintTransparence, tool.allowsTransparence);
+                    bench->View().SetMode(tool.mode);
+                    return [bench, to] {
+                        bench->View().Press(CWorkbench::LeftAt({400, 400}));
+                        bench->View().Move(CWorkbench::LeftAt(to));
+                        bench->View().CancelDrag();
+                    };
+                });
+            };
+            add("-segment-200", {560, 520});
+            add("-first-dab", {401, 400});
+        }
+    }
     return true;
 }();
 
