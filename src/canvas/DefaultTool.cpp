@@ -73,16 +73,17 @@ void CDefaultTool::Up(const MouseInput& /*input*/)
     m_state = State::Idle;
 }
 
-void CDefaultTool::DoubleClick(const MouseInput& input)
+bool CDefaultTool::DoubleClick(const MouseInput& input)
 {
     CPixoluneDoc& document = View().Document();
     const Ref<CPicObject> hit = document.Canvas().ClickTarget(View().Geometry().ToDocument(input.client));
     if (input.button != MouseButton::Left || !hit || !hit->image->Dib().WrittenText())
-        return;
+        return false;
     if (hit->locked)
         Refuse(document, Str::ObjectsLocked);
     else
         View().AskForTextOf(hit);
+    return true;
 }
 
 void CDefaultTool::Cancel()

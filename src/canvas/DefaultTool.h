@@ -14,7 +14,7 @@ public:
     void Move(const MouseInput& input) override;
     void Up(const MouseInput& input) override;
     /// Asks for another text where an object shows one.
-    void DoubleClick(const MouseInput& input) override;
+    bool DoubleClick(const MouseInput& input) override;
     void Cancel() override;
     [[nodiscard]] bool IsBusy() const override { return m_state != State::Idle; }
     /// The smallest rectangle around the objects that are moved.
