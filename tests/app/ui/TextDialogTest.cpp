@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/ChildFrame.h"
 #include "canvas/ui/AddTextDialog.h"
+#include "canvas/ui/CanvasWidget.h"
 #include "canvas/ui/FillBannerDialog.h"
 #include "platform/ui/QtText.h"
 #include "ui/UiTest.h"
