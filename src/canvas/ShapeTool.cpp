@@ -23,6 +23,7 @@ void CShapeTool::Down(const MouseInput& input)
 {
     m_anchor = m_current = View().Geometry().ToDocument(input.client);
     m_drawing = true;
+    InvalidateBand();
 }
 
 void CShapeTool::Follow(const MouseInput& input)

@@ -37,6 +37,8 @@ void CStrokeTool::Down(const MouseInput& input)
     m_hasMoved = m_lacksSegment = false;
     m_pressedClient = m_pointerClient = input.client;
     BeginStroke(input.button);
+    if (m_settings.beeline)
+        InvalidateLine();
 }
 
 void CStrokeTool::Move(const MouseInput& input)

@@ -12,7 +12,7 @@ std::set<std::filesystem::path> TemporaryFiles()
 {
     std::set<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-        if (entry.path().filename().string().starts_with("pixolune-"))
+        if (entry.is_regular_file() && entry.path().filename().string().starts_with("pixolune-"))
             files.insert(entry.path());
     }
     return files;

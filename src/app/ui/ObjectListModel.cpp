@@ -28,7 +28,7 @@ QImage ReducedPicture(const CPackedDib& dib, int edge)
     const int longer = std::max({dib.Width(), dib.Height(), 1});
     const int scale = std::clamp(static_cast<int>(int64_t{edge} * kFullScale / longer), 1, kFullScale);
     const auto reduced = [scale](int length) {
-        return std::max(1, static_cast<int>(int64_t{length} * scale / kFullScale));
+        return std::max(1, static_cast<int>((int64_t{length} * scale + kFullScale / 2) / kFullScale));
     };
     QImage image(reduced(dib.Width()), reduced(dib.Height()), QImage::Format_RGB32);
     if (image.isNull())

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QRadioButton>
 #include <QSpinBox>
 
@@ -99,7 +100,7 @@ TEST_F(CAnimationTest, ExportsWithTheOptionsOfTheDialog)
         dialog.findChildren<QSpinBox*>()[0]->setValue(4);
         dialog.findChildren<QSpinBox*>()[1]->setValue(33);
         dialog.setDirectory(PathToQString(m_folder.Path()));
-        dialog.selectFile(QStringLiteral("out.png"));
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("out.png"));
         static_cast<QDialog&>(dialog).accept();
     });
     m_window.Action(CommandId::FileExportAnimation)->trigger();
