@@ -40,6 +40,15 @@ CPixoluneDoc* CPixoluneApp::AdoptDocument(CObjectCanvas canvas, std::string titl
 
 void CPixoluneApp::CloseDocument(CPixoluneDoc* document)
 {
+    m_tidier.Forget();
     std::erase_if(m_documents,
                   [&](const std::unique_ptr<CPixoluneDoc>& open) { return open.get() == document; });
+}
+
+bool CPixoluneApp::WorkWhileIdle(std::chrono::microseconds budget)
+{
+    bool hasMore = false;
+    for (const auto& document : m_documents)
+        hasMore = hasMore || m_tidier.Work(*document, budget);
+    return hasMore;
 }

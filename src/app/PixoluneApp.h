@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "history/HistoryTidier.h"
 #include "model/PixoluneDoc.h"
 #include "platform/Services.h"
 #include "platform/clipboard/Clipboard.h"
 #include "platform/settings/Settings.h"
 #include "platform/ui/UserInterface.h"
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <span>
@@ -35,10 +37,14 @@ public:
     /// In the order in which they were opened.
     [[nodiscard]] std::span<const std::unique_ptr<CPixoluneDoc>> Documents() const { return m_documents; }
 
+    /// Does for about `budget` what can wait: makes histories smaller. False when there is nothing more to do.
+    bool WorkWhileIdle(std::chrono::microseconds budget);
+
 private:
     CSettings m_settings;
     CObjectNameCounter m_names;
     AppServices m_services;
     std::vector<std::unique_ptr<CPixoluneDoc>> m_documents;
     int m_nextNewTitle = 1;
+    CHistoryTidier m_tidier;
 };

@@ -37,13 +37,13 @@ bool CEraseTool::FinishStroke()
 {
     if (m_stroke->HasPainted()) {
         CPixoluneDoc& document = View().Document();
-        CPackedDib original = m_stroke->TakeOriginal();
-        if (original.IsEmpty()) {
+        std::optional<CPixelChanges> changes = m_stroke->Changes();
+        if (!changes) {
             AbandonStroke();
             return false;
         }
         document.Record(
-            std::make_unique<CPaintCommand>(PaintKind::Erase, Target()->image, std::move(original)));
+            std::make_unique<CPaintCommand>(PaintKind::Erase, Target()->image, std::move(*changes)));
         document.NotifyObjectsChanged();
     }
     m_stroke.reset();

@@ -71,11 +71,11 @@ bool CFloodFillTool::FillColour(const Ref<CPicObject>& object, Point point, cons
     CPixoluneDoc& document = View().Document();
     const CSettings& settings = document.Services().settings;
     CRegion clip = View().Selection();
-    CPackedDib old = object->image->Dib().Duplicate();
+    CPackedDib& dib = object->image->MutableDib();
+    CPackedDib old = dib.Duplicate();
     const Point toObject = ToObject(*object, {0, 0});
     if (old.IsEmpty() || !clip.Translate(toObject.x, toObject.y))
         return false;
-    CPackedDib& dib = object->image->MutableDib();
     const FillSeed seed{object->image->PixelAt(point.x, point.y), settings.Get(Setting::FloodSimilarity)};
     if (!settings.IsOn(Setting::FloodAdjacentArea))
         FillEverywhere(dib, seed, paint, clip);

@@ -14,41 +14,42 @@ void CopyRows(const BitmapView& to, const ConstBitmapView& from)
 } // namespace
 
 CInPlaceStroke::CInPlaceStroke(Ref<CRasterImage> image)
-    : m_image(std::move(image)), m_block(m_image->Dib().Block().data()),
-      m_old({0, 0, m_image->Width(), m_image->Height()})
+    : m_image(std::move(image)), m_old({0, 0, m_image->Width(), m_image->Height()})
 {
+    m_image->SetPainter(this);
 }
 
-bool CInPlaceStroke::IsIntact() const
+CInPlaceStroke::~CInPlaceStroke()
 {
-    return m_image->Dib().Block().data() == m_block &&
-           m_old.Limits() == Rect{0, 0, m_image->Width(), m_image->Height()};
+    if (m_isIntact)
+        m_image->EndPainting();
 }
 
 bool CInPlaceStroke::Prepare(const Rect& rect)
 {
-    return IsIntact() && m_old.Include(rect, [&](const BitmapView& room, const Rect& part) {
-        CopyRows(room, Pixels().Part(part));
-    });
+    if (!m_isIntact)
+        return false;
+    m_image->AnnounceChange(rect.top, rect.bottom);
+    return m_old.Include(
+        rect, [&](const BitmapView& room, const Rect& part) { CopyRows(room, Pixels().Part(part)); });
 }
 
-CPackedDib CInPlaceStroke::TakeOriginal()
+std::optional<CPixelChanges> CInPlaceStroke::Changes() const
 {
-    CPackedDib original = m_image->Dib().Duplicate();
-    if (original.IsEmpty())
-        return original;
-    CopyOldInto(ViewOf(original));
-    original.TakeWrittenText(m_image->MutableDib());
-    return original;
+    return CPixelChanges::Between(m_image->Dib(), ViewOf(m_old.Picture().dib), m_old.Picture().position);
 }
 
 void CInPlaceStroke::Restore()
 {
-    CopyOldInto(Pixels());
+    if (!HasPainted())
+        return;
+    const Rect painted = m_old.Picture().Rectangle();
+    m_image->AnnounceChange(painted.top, painted.bottom);
+    CopyRows(Pixels().Part(painted), ViewOf(m_old.Picture().dib));
 }
 
-void CInPlaceStroke::CopyOldInto(const BitmapView& picture) const
+void CInPlaceStroke::PutBack()
 {
-    if (HasPainted())
-        CopyRows(picture.Part(m_old.Picture().Rectangle()), ViewOf(m_old.Picture().dib));
+    Restore();
+    m_isIntact = false;
 }

@@ -4,29 +4,32 @@
 #include "canvas/GrowingPicture.h"
 #include "model/RasterImage.h"
 
+#include <optional>
+
 /// Painting into a picture as it stands. Keeps the old pixels of what has been painted over, and no more,
-/// until the stroke is done. When something else gives the object another picture meanwhile, that one is left
-/// alone.
-class CInPlaceStroke {
+/// until the stroke is done. When something else is about to change the picture meanwhile, the stroke puts
+/// everything back first and paints no more.
+class CInPlaceStroke final : private IPicturePainter {
 public:
     explicit CInPlaceStroke(Ref<CRasterImage> image);
+    ~CInPlaceStroke();
+    CInPlaceStroke(const CInPlaceStroke&) = delete;
+    CInPlaceStroke& operator=(const CInPlaceStroke&) = delete;
 
     /// Keeps the pixels of a rectangle inside the picture, which is then about to be painted. False when
-    /// memory runs out, or another picture stands there by now.
+    /// memory runs out, or something else has changed the picture.
     [[nodiscard]] bool Prepare(const Rect& rect);
-    /// Whether the image still holds the picture that it held at first.
-    [[nodiscard]] bool IsIntact() const;
-    [[nodiscard]] BitmapView Pixels() const { return ViewOf(m_image->MutableDib()); }
-    [[nodiscard]] bool HasPainted() const { return !m_old.IsEmpty() && IsIntact(); }
-    /// Ends the painting: the whole picture as it was before. Empty when memory runs out.
-    [[nodiscard]] CPackedDib TakeOriginal();
+    [[nodiscard]] BitmapView Pixels() const { return ViewOf(m_image->AnnouncedDib()); }
+    [[nodiscard]] bool HasPainted() const { return m_isIntact && !m_old.IsEmpty(); }
+    /// What the stroke has changed; none when memory runs out.
+    [[nodiscard]] std::optional<CPixelChanges> Changes() const;
     /// Puts everything back.
     void Restore();
 
 private:
-    void CopyOldInto(const BitmapView& picture) const;
+    void PutBack() override;
 
     Ref<CRasterImage> m_image;
-    const uint8_t* m_block; ///< the picture's; compared only
     CGrowingPicture m_old;
+    bool m_isIntact = true;
 };

@@ -74,13 +74,13 @@ bool CPencilTool::FinishStroke()
     }
     if (m_inPlace->HasPainted()) {
         CPixoluneDoc& document = View().Document();
-        CPackedDib original = m_inPlace->TakeOriginal();
-        if (original.IsEmpty()) {
+        std::optional<CPixelChanges> changes = m_inPlace->Changes();
+        if (!changes) {
             AbandonStroke();
             return false;
         }
         auto command = std::make_unique<CPixelEditCommand>(PixelEditKind::PaintLine);
-        command->AddPicture(Target()->image, std::move(original));
+        command->AddPicture(Target()->image, std::move(*changes));
         document.Record(std::move(command));
         document.NotifyObjectsChanged();
     }
@@ -95,15 +95,10 @@ bool CPencilTool::JoinLayer()
     const std::optional<PlacedPicture> painted = Trimmed(m_layer->Picture());
     if (painted && painted->dib.IsEmpty())
         return true;
-    PlacedPicture joined;
-    if (painted && !object->image->Dib().IsEmpty())
-        joined = JoinPictures(object->image->Dib(), {object->x, object->y}, *painted, JoinRule::Over);
-    if (joined.dib.IsEmpty()) {
-        View().InvalidateDocument(m_layer->Picture().Rectangle());
-        return false;
-    }
-    ReplaceObjectPicture(document, object, std::move(joined), PixelEditKind::PaintLine);
-    return true;
+    if (painted && JoinOntoObject(document, object, *painted, JoinRule::Over, PixelEditKind::PaintLine))
+        return true;
+    View().InvalidateDocument(m_layer->Picture().Rectangle());
+    return false;
 }
 
 void CPencilTool::AbandonStroke()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/ReplacePicture.h"
 
+#include "canvas/InPlaceStroke.h"
+
 #include <memory>
 
 void ReplaceObjectPicture(CPixoluneDoc& document, const Ref<CPicObject>& object, PlacedPicture picture,
@@ -15,4 +17,35 @@ void ReplaceObjectPicture(CPixoluneDoc& document, const Ref<CPicObject>& object,
     document.Record(std::move(command));
     document.NotifyObjectsChanged();
     document.NotifyFrameChanged(touched);
+}
+
+bool JoinOntoObject(CPixoluneDoc& document, const Ref<CPicObject>& object, const PlacedPicture& upper,
+                    JoinRule rule, PixelEditKind kind)
+{
+    const Rect touched = upper.Rectangle();
+    if (object->image->Dib().IsEmpty())
+        return false;
+    if (object->Rectangle().United(touched) != object->Rectangle()) {
+        PlacedPicture joined = JoinPictures(object->image->Dib(), {object->x, object->y}, upper, rule);
+        if (joined.dib.IsEmpty())
+            return false;
+        ReplaceObjectPicture(document, object, std::move(joined), kind);
+        return true;
+    }
+    CInPlaceStroke stroke(object->image);
+    if (!stroke.Prepare(touched.Moved(-object->x, -object->y)))
+        return false;
+    JoinInto(stroke.Pixels(), {object->x, object->y}, upper, rule);
+    std::optional<CPixelChanges> changes = stroke.Changes();
+    if (!changes) {
+        stroke.Restore();
+        return false;
+    }
+    auto command = std::make_unique<CPixelEditCommand>(kind);
+    command->AddPosition(object, {object->x, object->y});
+    command->AddPicture(object->image, std::move(*changes));
+    document.Record(std::move(command));
+    document.NotifyObjectsChanged();
+    document.NotifyFrameChanged(touched);
+    return true;
 }

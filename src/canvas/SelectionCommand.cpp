@@ -35,6 +35,16 @@ void CMoveSelectionCommand::MoveBack()
         InstallSelection(*m_selection, std::move(region));
 }
 
+void CSelectionCommand::VisitParts(ICommandParts& parts) const
+{
+    parts.Selection(Ref<CSharedObj>(m_selection.Get()), m_other);
+}
+
+void CMoveSelectionCommand::VisitParts(ICommandParts& parts) const
+{
+    parts.SelectionMove(Ref<CSharedObj>(m_selection.Get()), m_distance);
+}
+
 void InstallSelection(CSelectionState& selection, CRegion region)
 {
     if (selection.view != nullptr)

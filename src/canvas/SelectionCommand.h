@@ -12,6 +12,7 @@ class CSelectionCommand final : public CExchangeCommand {
 public:
     /// Keeps the selection as it is before the change.
     CSelectionCommand(SelectionKind kind, const Ref<CSelectionState>& selection);
+    void VisitParts(ICommandParts& parts) const override;
 
 protected:
     void Exchange() override;
@@ -31,6 +32,7 @@ public:
     }
     void Undo() override { MoveBack(); }
     void Redo() override { MoveBack(); }
+    void VisitParts(ICommandParts& parts) const override;
 
 private:
     void MoveBack();

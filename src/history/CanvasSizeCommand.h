@@ -7,6 +7,7 @@
 class CCanvasSizeCommand final : public CExchangeCommand {
 public:
     explicit CCanvasSizeCommand(Size saved) : CExchangeCommand(Str::UndoResize), m_saved(saved) {}
+    void VisitParts(ICommandParts& parts) const override { parts.CanvasSize(m_saved); }
 
 protected:
     void Exchange() override

@@ -3,7 +3,7 @@
 
 #include "history/MemberCommand.h"
 
-class CLockCommand final : public CMemberCommand<&CPicObject::locked> {
+class CLockCommand final : public CMemberCommand<&CPicObject::locked, ObjectAttribute::Locked> {
 public:
     CLockCommand() : CMemberCommand(Str::UndoLockUnlock) {}
 };

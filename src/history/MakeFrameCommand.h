@@ -16,6 +16,12 @@ public:
 
     /// Captures the object's visible flag.
     void Add(const Ref<CPicObject>& object) { m_entries.push_back({object, object->visible}); }
+    void VisitParts(ICommandParts& parts) const override
+    {
+        for (const Entry& entry : m_entries)
+            parts.Attribute(entry.object, ObjectAttribute::Visible, entry.savedVisible);
+        m_list.VisitParts(parts, OtherFlags::Keep);
+    }
 
 protected:
     void Exchange() override

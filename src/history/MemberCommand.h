@@ -6,13 +6,18 @@
 #include <vector>
 
 /// Swaps one member of some objects with saved values; the visibility, lock and opacity families.
-template <auto Member> class CMemberCommand : public CExchangeCommand {
+template <auto Member, ObjectAttribute Attribute> class CMemberCommand : public CExchangeCommand {
 public:
     using CExchangeCommand::CExchangeCommand;
 
     /// Captures the object's value as it is.
     void Add(const Ref<CPicObject>& object) { m_entries.push_back({object, (*object).*Member}); }
     [[nodiscard]] bool IsEmpty() const { return m_entries.empty(); }
+    void VisitParts(ICommandParts& parts) const override
+    {
+        for (const Entry& entry : m_entries)
+            parts.Attribute(entry.object, Attribute, entry.saved);
+    }
 
 protected:
     void Exchange() override

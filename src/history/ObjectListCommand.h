@@ -19,9 +19,6 @@ enum class ObjectListKind {
     AddAvi,
 };
 
-/// What happens to the selected flag of objects that are not in the stored selection.
-enum class OtherFlags { Keep, Clear };
-
 /// Keeps a whole object list with its selection and swaps both with the document's. Objects that left the
 /// list live on in the command.
 class CListExchange {
@@ -31,7 +28,15 @@ public:
         : m_objects(canvas.objects), m_selection(canvas.FlaggedObjects())
     {
     }
+    CListExchange(CObjectList objects, CObjectList selection)
+        : m_objects(std::move(objects)), m_selection(std::move(selection))
+    {
+    }
     void Exchange(CPixoluneDoc& document, OtherFlags others);
+    void VisitParts(ICommandParts& parts, OtherFlags others) const
+    {
+        parts.List(m_objects, m_selection, others);
+    }
 
 private:
     CObjectList m_objects;
@@ -42,6 +47,7 @@ private:
 class CObjectListCommand final : public CExchangeCommand {
 public:
     CObjectListCommand(ObjectListKind kind, const CObjectCanvas& canvas);
+    void VisitParts(ICommandParts& parts) const override { m_list.VisitParts(parts, OtherFlags::Keep); }
 
 protected:
     void Exchange() override { m_list.Exchange(*Document(), OtherFlags::Keep); }

@@ -3,7 +3,8 @@
 
 #include "history/MemberCommand.h"
 
-class COpacityCommand final : public CMemberCommand<&CPicObject::transparency> {
+class COpacityCommand final
+    : public CMemberCommand<&CPicObject::transparency, ObjectAttribute::Transparency> {
 public:
     COpacityCommand() : CMemberCommand(Str::UndoOpacity) {}
 };

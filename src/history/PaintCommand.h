@@ -8,7 +8,9 @@ enum class PaintKind { Erase, Flood };
 /// Pixels of one picture changed in place.
 class CPaintCommand final : public CPictureCommand {
 public:
-    CPaintCommand(PaintKind kind, const Ref<CRasterImage>& image, CPackedDib saved)
+    /// saved: as AddPicture takes it.
+    template <typename Saved>
+    CPaintCommand(PaintKind kind, const Ref<CRasterImage>& image, Saved saved)
         : CPictureCommand(kind == PaintKind::Erase ? Str::UndoErase : Str::UndoFlood)
     {
         AddPicture(image, std::move(saved));

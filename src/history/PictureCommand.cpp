@@ -30,3 +30,13 @@ void CPictureCommand::Exchange()
     Document()->NotifyObjectsChanged();
     Document()->NotifyFrameChanged(before.United(Covered()));
 }
+
+void CPictureCommand::VisitParts(ICommandParts& parts) const
+{
+    for (const CSavedPicture& picture : m_pictures)
+        parts.Picture(picture.Image(), picture.Version());
+    for (const Position& position : m_positions) {
+        parts.Attribute(position.object, ObjectAttribute::X, position.saved.x);
+        parts.Attribute(position.object, ObjectAttribute::Y, position.saved.y);
+    }
+}

@@ -11,15 +11,21 @@ class CPictureCommand : public CExchangeCommand {
 public:
     using CExchangeCommand::CExchangeCommand;
 
-    /// Keeps `saved` to be given back to the record; the record shows or will show the new picture.
+    /// Keeps what the record showed before: a picture, which may be empty, or the changes from what it shows.
+    /// The record shows the new picture already.
     void AddPicture(const Ref<CRasterImage>& image, CPackedDib saved)
     {
         m_pictures.emplace_back(image, std::move(saved));
+    }
+    void AddPicture(const Ref<CRasterImage>& image, CPixelChanges changes)
+    {
+        m_pictures.emplace_back(image, std::move(changes));
     }
     /// Keeps a position to be given back.
     void AddPosition(const Ref<CPicObject>& object, Point saved) { m_positions.push_back({object, saved}); }
     [[nodiscard]] bool IsEmpty() const { return m_pictures.empty() && m_positions.empty(); }
     [[nodiscard]] size_t HeldBytes() const override;
+    void VisitParts(ICommandParts& parts) const override;
 
 protected:
     void Exchange() override;

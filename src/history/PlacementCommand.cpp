@@ -31,3 +31,12 @@ void CPlacementCommand::Exchange()
     Document()->NotifyObjectsChanged();
     Document()->NotifyObjectSelectionChanged();
 }
+
+void CPlacementCommand::VisitParts(ICommandParts& parts) const
+{
+    for (const Entry& entry : m_entries) {
+        parts.Attribute(entry.object, ObjectAttribute::X, entry.saved.x);
+        parts.Attribute(entry.object, ObjectAttribute::Y, entry.saved.y);
+        parts.Selects(entry.object);
+    }
+}

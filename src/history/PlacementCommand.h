@@ -24,6 +24,7 @@ public:
     /// Captures where the object stands.
     void Add(const Ref<CPicObject>& object);
     [[nodiscard]] bool IsEmpty() const { return m_entries.empty(); }
+    void VisitParts(ICommandParts& parts) const override;
 
 protected:
     void Exchange() override;

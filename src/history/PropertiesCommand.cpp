@@ -33,3 +33,15 @@ void CPropertiesCommand::Exchange()
     Document()->NotifyObjectsChanged();
     Document()->NotifyFrameChanged(before.United(m_object->Rectangle()));
 }
+
+void CPropertiesCommand::VisitParts(ICommandParts& parts) const
+{
+    parts.Attribute(m_object, ObjectAttribute::X, m_saved.x);
+    parts.Attribute(m_object, ObjectAttribute::Y, m_saved.y);
+    parts.Attribute(m_object, ObjectAttribute::Locked, m_saved.locked);
+    parts.Attribute(m_object, ObjectAttribute::Visible, m_saved.visible);
+    parts.Attribute(m_object, ObjectAttribute::Transparency, m_saved.transparency);
+    parts.Name(m_object, m_saved.name);
+    if (m_picture)
+        parts.Picture(m_picture->Image(), m_picture->Version());
+}

@@ -30,6 +30,7 @@ public:
     /// Keeps the picture that the object showed before.
     void AddPicture(CPackedDib saved) { m_picture.emplace(m_object->image, std::move(saved)); }
     [[nodiscard]] size_t HeldBytes() const override { return m_picture ? m_picture->HeldBytes() : 0; }
+    void VisitParts(ICommandParts& parts) const override;
 
 protected:
     void Exchange() override;

@@ -10,21 +10,30 @@
 /// these, so how they are kept is decided in one place.
 class CSavedPicture {
 public:
-    /// Keeps `saved` for the record; it may be empty.
-    CSavedPicture(Ref<CRasterImage> image, CPackedDib saved)
-        : m_image(std::move(image)), m_saved(std::move(saved))
+    /// saved: what the record showed before, as a picture, which may be empty, or as the changes from what it
+    /// shows now.
+    template <typename Saved>
+    CSavedPicture(Ref<CRasterImage> image, Saved saved)
+        : m_image(std::move(image)), m_version(m_image->Keep(std::move(saved)))
+    {
+    }
+
+    /// A version of the record that is kept already.
+    CSavedPicture(Ref<CRasterImage> image, Ref<CPictureVersion> version)
+        : m_image(std::move(image)), m_version(std::move(version))
     {
     }
 
     /// Swaps the kept picture with the one shown. The record's size and depth follow.
-    void Exchange() { m_saved = m_image->Exchange(std::move(m_saved)); }
+    void Exchange() { m_version = m_image->Show(m_version); }
 
     [[nodiscard]] const Ref<CRasterImage>& Image() const { return m_image; }
-    [[nodiscard]] size_t HeldBytes() const { return m_saved.Block().size(); }
+    [[nodiscard]] const Ref<CPictureVersion>& Version() const { return m_version; }
+    [[nodiscard]] size_t HeldBytes() const { return m_version->HeldBytes(); }
 
 private:
     Ref<CRasterImage> m_image;
-    CPackedDib m_saved;
+    Ref<CPictureVersion> m_version;
 };
 
 /// Where the object that shows the record stands on the canvas; empty when no object of the document does.

@@ -9,6 +9,7 @@ enum class StackingKind { MoveToFront, MoveToBack, MoveForward, MoveBackward };
 class CStackingCommand final : public CExchangeCommand {
 public:
     CStackingCommand(StackingKind kind, const CObjectCanvas& canvas);
+    void VisitParts(ICommandParts& parts) const override { m_list.VisitParts(parts, OtherFlags::Clear); }
 
 protected:
     void Exchange() override { m_list.Exchange(*Document(), OtherFlags::Clear); }

@@ -3,7 +3,7 @@
 
 #include "history/MemberCommand.h"
 
-class CVisibilityCommand final : public CMemberCommand<&CPicObject::visible> {
+class CVisibilityCommand final : public CMemberCommand<&CPicObject::visible, ObjectAttribute::Visible> {
 public:
     CVisibilityCommand() : CMemberCommand(Str::UndoShowHide) {}
 };

@@ -112,7 +112,9 @@ void CompositeForDisplay(const BitmapView& destination, Point destinationOrigin,
     }
     VisitPictures(canvas.objects, floating,
                   [&](const CPackedDib& /*dib*/, Point position, uint8_t transparency, CRasterImage* image) {
-                      CPackedDib& dib = image != nullptr ? image->MutableDib() : *floating.dib;
+                      if (image != nullptr)
+                          image->AnnounceChange(0, image->Height());
+                      CPackedDib& dib = image != nullptr ? image->AnnouncedDib() : *floating.dib;
                       CompositeInteger(destination, destinationOrigin, dib, position, transparency, zoom);
                   });
 }

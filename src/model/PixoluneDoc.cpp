@@ -9,32 +9,43 @@ CPixoluneDoc::~CPixoluneDoc() = default;
 
 void CPixoluneDoc::Record(std::unique_ptr<CEditCommand> command)
 {
+    Record(std::move(command), m_services.settings.Get(Setting::UndoMaxTimes));
+}
+
+void CPixoluneDoc::Record(std::unique_ptr<CEditCommand> command, int maxTimes)
+{
     command->SetDocument(this);
-    m_history.Record(std::move(command), m_services.settings.Get(Setting::UndoMaxTimes));
+    m_history.Record(std::move(command), maxTimes);
     m_modified = true;
+    Notify([this](IDocumentObserver& observer) { observer.OnRecorded(*m_history.PeekUndo()); });
     Notify([](IDocumentObserver& observer) { observer.OnStateChanged(); });
 }
 
 void CPixoluneDoc::WithdrawNewest()
 {
     m_history.WithdrawNewest();
+    Notify([](IDocumentObserver& observer) { observer.OnHistoryMoved(HistoryMove::Withdrawn); });
     Notify([](IDocumentObserver& observer) { observer.OnStateChanged(); });
+}
+
+bool CPixoluneDoc::MoveHistory(bool (CUndoManager::*run)(), HistoryMove move)
+{
+    Notify([](IDocumentObserver& observer) { observer.OnHistoryWillMove(); });
+    if (!(m_history.*run)())
+        return false;
+    Notify([move](IDocumentObserver& observer) { observer.OnHistoryMoved(move); });
+    SetModified(true);
+    return true;
 }
 
 bool CPixoluneDoc::Undo()
 {
-    if (!m_history.Undo())
-        return false;
-    SetModified(true);
-    return true;
+    return MoveHistory(&CUndoManager::Undo, HistoryMove::Undone);
 }
 
 bool CPixoluneDoc::Redo()
 {
-    if (!m_history.Redo())
-        return false;
-    SetModified(true);
-    return true;
+    return MoveHistory(&CUndoManager::Redo, HistoryMove::Redone);
 }
 
 void CPixoluneDoc::Adopt(CObjectCanvas canvas)

@@ -5,10 +5,14 @@
 #include "model/ObjectCanvas.h"
 #include "platform/Services.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
+
+/// How a history moved.
+enum class HistoryMove : uint8_t { Undone, Redone, Withdrawn };
 
 /// What a document tells its views and panels. Each call says what is different now; who listens decides
 /// what to redraw.
@@ -24,6 +28,11 @@ public:
     virtual void OnCanvasSizeChanged() {}
     /// Undo and redo lists, modified flag, or title changed.
     virtual void OnStateChanged() {}
+    /// A command was recorded whose change has been made.
+    virtual void OnRecorded(const CEditCommand& /*command*/) {}
+    /// Undo or redo is about to change the document.
+    virtual void OnHistoryWillMove() {}
+    virtual void OnHistoryMoved(HistoryMove /*move*/) {}
 };
 
 /// One open picture: its canvas and its history.
@@ -41,6 +50,8 @@ public:
 
     /// Takes a command whose change has been made and marks the document modified.
     void Record(std::unique_ptr<CEditCommand> command);
+    /// The same with another limit than the settings'.
+    void Record(std::unique_ptr<CEditCommand> command, int maxTimes);
     /// Forgets the newest command without running it: a drag was given up and has put everything back.
     void WithdrawNewest();
     /// Runs the newest command of the list; false when it is empty.
@@ -73,6 +84,7 @@ public:
 
 private:
     template <typename Call> void Notify(Call call);
+    bool MoveHistory(bool (CUndoManager::*run)(), HistoryMove move);
 
     AppServices& m_services;
     CObjectCanvas m_canvas;

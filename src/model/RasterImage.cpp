@@ -2,7 +2,9 @@
 #include "model/RasterImage.h"
 
 #include <atomic>
+#include <cassert>
 #include <cstring>
+#include <vector>
 
 uint32_t CRasterImage::PixelAt(int x, int y) const
 {
@@ -17,4 +19,79 @@ uint64_t CRasterImage::NewContentId()
 {
     static std::atomic<uint64_t> last = 0;
     return ++last;
+}
+
+const Ref<CPictureVersion>& CRasterImage::Version()
+{
+    if (!m_version)
+        m_version = MakeShared<CPictureVersion>();
+    return m_version;
+}
+
+Ref<CPictureVersion> CRasterImage::BeginVersion()
+{
+    Ref<CPictureVersion> old = Version();
+    m_version = MakeShared<CPictureVersion>();
+    m_isSettled = true;
+    old->m_base = m_version;
+    return old;
+}
+
+Ref<CPictureVersion> CRasterImage::Keep(CPackedDib old)
+{
+    Ref<CPictureVersion> version = BeginVersion();
+    version->m_form = CPictureVersion::Form::Whole;
+    version->m_text = old.WrittenText();
+    version->m_picture = std::move(old);
+    return version;
+}
+
+Ref<CPictureVersion> CRasterImage::Keep(CPixelChanges changes)
+{
+    Ref<CPictureVersion> version = BeginVersion();
+    version->m_form = CPictureVersion::Form::Changed;
+    // Who painted into the picture has painted over its text.
+    version->m_text = m_dib.WrittenText();
+    m_dib.SetWrittenText(nullptr);
+    version->m_changes = std::move(changes);
+    return version;
+}
+
+Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version)
+{
+    using Form = CPictureVersion::Form;
+    Ref<CPictureVersion> old = Version();
+    std::vector<Ref<CPictureVersion>> way{version};
+    while (way.back()->m_form == Form::Changed)
+        way.push_back(way.back()->m_base);
+    Ref<CPictureVersion> shown = way.back();
+    way.pop_back();
+    CPackedDib& pixels = MutableDib();
+    old->m_text = pixels.WrittenText();
+    if (shown != old) {
+        assert(shown->m_form == Form::Whole);
+        std::swap(pixels, shown->m_picture);
+        old->m_picture = std::exchange(shown->m_picture, {});
+        old->m_form = Form::Whole;
+        old->m_base = shown;
+        old->m_isTidy = shown->m_isTidy;
+        shown->m_form = Form::Shown;
+        shown->m_base = nullptr;
+    }
+    for (; !way.empty(); way.pop_back()) {
+        // The changes take the pixels from one to the other, and belong to the other from then on.
+        const Ref<CPictureVersion> next = way.back();
+        next->m_changes.Apply(pixels);
+        shown->m_changes = std::exchange(next->m_changes, {});
+        shown->m_form = Form::Changed;
+        shown->m_isTidy = next->m_isTidy;
+        shown->m_base = next;
+        next->m_form = Form::Shown;
+        next->m_base = nullptr;
+        shown = next;
+    }
+    pixels.SetWrittenText(version->m_text);
+    m_version = version;
+    m_isSettled = true;
+    return old;
 }

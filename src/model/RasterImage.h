@@ -1,11 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/PictureVersion.h"
 #include "platform/dib/PackedDib.h"
 #include "platform/memory/SharedObj.h"
 
 #include <cstdint>
 #include <string>
+#include <utility>
+
+class CRasterImage;
+
+/// Is told before pixels of a picture change, while they can still be read.
+class IPictureWatcher {
+public:
+    virtual ~IPictureWatcher() = default;
+    /// Rows are counted from the top; all of them when the picture is replaced.
+    virtual void OnPixelsWillChange(CRasterImage& image, int top, int bottom) = 0;
+};
+
+/// Paints into a picture over many steps.
+class IPicturePainter {
+public:
+    virtual ~IPicturePainter() = default;
+    /// Something else is about to change the picture: puts back what has been painted, and paints no more.
+    virtual void PutBack() = 0;
+};
 
 /// A reference-counted picture with its name and selected flag. Several commands and the document may hold
 /// the same record; the pixels change hands by Exchange.
@@ -21,12 +41,34 @@ public:
     [[nodiscard]] int Height() const { return m_dib.IsEmpty() ? 0 : m_dib.Height(); }
     [[nodiscard]] int BitCount() const { return m_dib.IsEmpty() ? 0 : m_dib.BitCount(); }
     [[nodiscard]] const CPackedDib& Dib() const { return m_dib; }
-    /// For tools that paint into the picture as it stands; asked for anew for every change.
+    /// For tools that paint into the picture as it stands. They keep the picture as it was afterwards, or put
+    /// it back.
     [[nodiscard]] CPackedDib& MutableDib()
     {
-        m_contentId = NewContentId();
+        SetPainter(nullptr);
+        AnnounceChange(0, Height());
         return m_dib;
     }
+    /// Who paints into the picture from now on; whoever did so until now puts everything back.
+    void SetPainter(IPicturePainter* painter)
+    {
+        if (IPicturePainter* before = std::exchange(m_painter, painter))
+            before->PutBack();
+    }
+    /// The painter is done.
+    void EndPainting() { m_painter = nullptr; }
+    /// Says that the pixels of some rows, counted from the top, are about to change through AnnouncedDib;
+    /// said anew for every change.
+    void AnnounceChange(int top, int bottom)
+    {
+        m_contentId = NewContentId();
+        m_isSettled = false;
+        if (m_watcher != nullptr)
+            m_watcher->OnPixelsWillChange(*this, top, bottom);
+    }
+    [[nodiscard]] CPackedDib& AnnouncedDib() { return m_dib; }
+    /// None: nobody is told. A watcher takes itself away before it goes.
+    void SetWatcher(IPictureWatcher* watcher) { m_watcher = watcher; }
     /// Another number after every change of the pixels; no two pictures ever have the same.
     [[nodiscard]] uint64_t ContentId() const { return m_contentId; }
 
@@ -39,6 +81,20 @@ public:
         return dib;
     }
 
+    // Versions: pictures that can be shown again
+    /// The version shown. While a tool or a dialog is at work the pixels may be others.
+    [[nodiscard]] const Ref<CPictureVersion>& Version();
+    /// Whether the pixels are certainly those of the version shown.
+    [[nodiscard]] bool IsSettled() const { return m_isSettled; }
+    /// Makes what is shown a new version; `old` has been shown until now, and the version that stands for it
+    /// from now on is returned.
+    [[nodiscard]] Ref<CPictureVersion> Keep(CPackedDib old);
+    /// The same with the changes between what is shown and what has been shown until now.
+    [[nodiscard]] Ref<CPictureVersion> Keep(CPixelChanges changes);
+    /// Shows another version and returns the one shown until now. A whole picture changes hands, which takes
+    /// no time; otherwise the cost is that of the changes.
+    [[nodiscard]] Ref<CPictureVersion> Show(const Ref<CPictureVersion>& version);
+
     /// The 32-bit value (alpha in the high byte) of pixel (x, y), y from the top; 0 outside the picture.
     [[nodiscard]] uint32_t PixelAt(int x, int y) const;
 
@@ -47,7 +103,12 @@ public:
 
 private:
     [[nodiscard]] static uint64_t NewContentId();
+    [[nodiscard]] Ref<CPictureVersion> BeginVersion();
 
     CPackedDib m_dib;
     uint64_t m_contentId = NewContentId();
+    Ref<CPictureVersion> m_version;
+    IPictureWatcher* m_watcher = nullptr;
+    IPicturePainter* m_painter = nullptr;
+    bool m_isSettled = false;
 };

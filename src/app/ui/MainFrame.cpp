@@ -9,6 +9,7 @@
 #include "app/ui/DialogCommands.h"
 #include "app/ui/DocumentArea.h"
 #include "app/ui/Help.h"
+#include "app/ui/IdleWorker.h"
 #include "app/ui/ObjectsPanel.h"
 #include "app/ui/OptionsPanel.h"
 #include "app/ui/PanelDock.h"
@@ -117,7 +118,7 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
       m_area(new CDocumentArea([this](CPixoluneDoc& document) { return m_files.MayClose(document); })),
       m_statusBar(new CStatusBar),
       m_actions(new CCommandActions(*this, m_shortcuts, [this] { return Context(); })),
-      m_panels(new CPanelLayout(*this))
+      m_panels(new CPanelLayout(*this)), m_idleWorker(new CIdleWorker(app, this))
 {
     InstallCanvasAccessibility();
     setWindowIcon(ApplicationIcon());
@@ -251,6 +252,7 @@ CChildFrame* CMainFrame::Show(CPixoluneDoc& document)
     CChildFrame* frame = m_area->Open(document);
     Connect(*frame);
     Refresh();
+    m_idleWorker->Wake();
     return frame;
 }
 
@@ -258,6 +260,7 @@ void CMainFrame::Connect(CChildFrame& frame)
 {
     CCanvasWidget& canvas = frame.Canvas();
     connect(&frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
+    connect(&frame, &CChildFrame::StateChanged, m_idleWorker, &CIdleWorker::Wake);
     connect(&canvas, &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
     connect(&canvas, &CCanvasWidget::DraggedRectTextChanged, m_statusBar, &CStatusBar::SetDraggedRectText);
     connect(&canvas, &CCanvasWidget::ColorUnderPointer, this, [this](uint32_t pixel) {

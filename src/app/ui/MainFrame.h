@@ -12,6 +12,7 @@ class CChildFrame;
 class CCommandActions;
 class CDocumentArea;
 class CHelp;
+class CIdleWorker;
 class CObjectsPanel;
 class COptionsPanel;
 class CPanelDock;
@@ -99,6 +100,7 @@ private:
     CDocumentArea* m_area;
     CStatusBar* m_statusBar;
     CCommandActions* m_actions;
+    CIdleWorker* m_idleWorker;
     QToolBar* m_mainBar = nullptr;
     QToolBar* m_drawingBar = nullptr;
     CPanelLayout* m_panels;

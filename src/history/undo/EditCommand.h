@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "history/undo/CommandParts.h"
 #include "platform/strings/Strings.h"
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 class CPixoluneDoc;
 
@@ -13,6 +15,7 @@ class CPixoluneDoc;
 class CEditCommand {
 public:
     explicit CEditCommand(Str undoName) : m_name(SourceText(undoName)) {}
+    explicit CEditCommand(std::string name) : m_name(std::move(name)) {}
     virtual ~CEditCommand() = default;
     CEditCommand(const CEditCommand&) = delete;
     CEditCommand& operator=(const CEditCommand&) = delete;
@@ -21,6 +24,9 @@ public:
     virtual void Redo() {}
     /// Bytes of pixels that this command alone keeps alive.
     [[nodiscard]] virtual size_t HeldBytes() const { return 0; }
+
+    /// Tells what the command holds.
+    virtual void VisitParts(ICommandParts& /*parts*/) const {}
 
     /// The Edit menu's text: begins with Undo in the undo list and with Redo in the redo list.
     [[nodiscard]] const std::string& Name() const { return m_name; }

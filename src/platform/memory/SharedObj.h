@@ -15,9 +15,14 @@ public:
 
     [[nodiscard]] int32_t ReferenceCount() const { return m_references; }
 
+    /// A number for whoever writes objects down and has to know them again; 0 at first.
+    [[nodiscard]] uint32_t Number() const { return m_number; }
+    void SetNumber(uint32_t number) { m_number = number; }
+
 private:
     template <typename T> friend class Ref;
     int32_t m_references = 0;
+    uint32_t m_number = 0;
 };
 
 /// Intrusive pointer: counts its target up while it holds it and deletes it when the count falls below 1.

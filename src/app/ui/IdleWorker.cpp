@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ui/IdleWorker.h"
+
+#include "app/PixoluneApp.h"
+
+#include <chrono>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kDelay = 50ms;
+constexpr auto kPause = 5ms;
+constexpr auto kStep = 2ms;
+
+} // namespace
+
+CIdleWorker::CIdleWorker(CPixoluneApp& app, QObject* parent) : QObject(parent), m_app(app)
+{
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &CIdleWorker::Work);
+}
+
+void CIdleWorker::Wake()
+{
+    if (!m_timer.isActive())
+        m_timer.start(kDelay);
+}
+
+void CIdleWorker::Work()
+{
+    if (m_app.WorkWhileIdle(kStep))
+        m_timer.start(kPause);
+}

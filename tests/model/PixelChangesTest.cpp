@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/PixelChanges.h"
+
+#include "support/TestPictures.h"
+
+#include <cstring>
+#include <random>
+
+namespace {
+
+CPixelChanges AllBetween(const CPackedDib& a, const CPackedDib& b)
+{
+    return std::move(*CPixelChanges::Between(a, ViewOf(b), {}));
+}
+
+TEST(CPixelChanges, LeadFromEitherPictureToTheOtherPackedOrNot)
+{
+    struct Row {
+        const char* name;
+        int width, height, dots;
+    };
+    constexpr Row kCases[] = {{"single pixel", 1, 1, 1},
+                              {"equal pictures", 9, 7, 0},
+                              {"a dot here and there", 333, 41, 3},
+                              {"more than a piece", 400, 300, 40000},
+                              {"everything", 67, 31, 100000}};
+    CZstdPacker packer;
+    const auto unpacker = MakeShared<CZstdReader>();
+    for (const Row& row : kCases) {
+        SCOPED_TRACE(row.name);
+        const CPackedDib a = UniformDib(row.width, row.height, 0xFF336699);
+        CPackedDib b = a.Duplicate();
+        std::mt19937 random(5);
+        for (int dot = 0; dot < row.dots; ++dot)
+            b.Row(static_cast<int>(random() % static_cast<uint32_t>(row.height)))[random() % b.Stride()] ^=
+                85;
+        CPixelChanges changes = AllBetween(a, b);
+        EXPECT_EQ(changes.HeldBytes() == 0, row.dots == 0);
+        EXPECT_LE(changes.HeldBytes(), static_cast<size_t>(row.dots) * (2 + 9) * 4);
+        for (const bool isPacked : {false, true}) {
+            CPackedDib picture = a.Duplicate();
+            changes.Apply(picture);
+            EXPECT_TRUE(SameBytes(picture, b)) << isPacked;
+            changes.Apply(picture);
+            EXPECT_TRUE(SameBytes(picture, a)) << isPacked;
+            while (changes.PackPiece(packer, unpacker)) {
+            }
+        }
+        EXPECT_TRUE(changes.IsPacked() || row.dots < 1000);
+    }
+}
+
+TEST(CPixelChanges, OfARectangleCountFromItsPlaceInThePicture)
+{
+    const CPackedDib whole = RandomDib(12, 9, 1);
+    const CPackedDib part = RandomDib(4, 3, 2);
+    CPackedDib expected = whole.Duplicate();
+    for (int y = 0; y < 3; ++y)
+        std::memcpy(expected.Row(y + 5) + 7 * 4, part.Row(y), 4 * 4);
+    CPackedDib picture = whole.Duplicate();
+    CPixelChanges::Between(whole, ViewOf(part), {7, 5})->Apply(picture);
+    EXPECT_TRUE(SameBytes(picture, expected));
+}
+
+TEST(CPixelChanges, JoinedLeadOverBothSteps)
+{
+    for (uint32_t seed = 1; seed <= 20; ++seed) {
+        const CPackedDib a = RandomDib(50, 20, seed);
+        CPackedDib b = a.Duplicate();
+        b.Row(static_cast<int>(seed % 20))[seed * 3] ^= 1;
+        CPackedDib c = b.Duplicate();
+        c.Row(3)[seed * 5] ^= 1;
+        c.Row(static_cast<int>(seed % 20))[seed * 3] ^= seed % 2; // odd: the first change is taken back
+        CPackedDib picture = a.Duplicate();
+        const CPixelChanges joined = std::move(*CPixelChanges::Joined(AllBetween(a, b), AllBetween(b, c)));
+        joined.Apply(picture);
+        EXPECT_TRUE(SameBytes(picture, c)) << seed;
+        EXPECT_LE(joined.HeldBytes(), size_t{24});
+    }
+}
+
+TEST(CPixelChanges, AreRefusedWhenMemoryRunsOutOrTheyGrowTooLarge)
+{
+    const CPackedDib a = RandomDib(40, 20, 1);
+    const CPackedDib b = RandomDib(40, 20, 2);
+    for (int64_t after = 0; after < 2; ++after) {
+        const CAllocationFailure failure(after);
+        EXPECT_FALSE(CPixelChanges::Between(a, ViewOf(b), {})) << after;
+    }
+    CPixelChangesBuilder builder(100);
+    const auto words = [](const CPackedDib& dib) {
+        return reinterpret_cast<const uint32_t*>(dib.Bits().data());
+    };
+    EXPECT_TRUE(builder.Compare(0, words(a), words(b), 20));
+    EXPECT_FALSE(builder.Compare(20, words(a) + 20, words(b) + 20, 20));
+}
+
+} // namespace
