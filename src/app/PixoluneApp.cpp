@@ -15,8 +15,7 @@ CPixoluneDoc* CPixoluneApp::NewDocument()
     if (!InitializeNewDocument(*document))
         return nullptr;
     document->SetNewTitle("Untitled " + std::to_string(m_nextNewTitle++));
-    m_documents.push_back(std::move(document));
-    return m_documents.back().get();
+    return Add(std::move(document));
 }
 
 CPixoluneDoc* CPixoluneApp::OpenDocument(const std::filesystem::path& path)
@@ -24,7 +23,22 @@ CPixoluneDoc* CPixoluneApp::OpenDocument(const std::filesystem::path& path)
     auto document = std::make_unique<CPixoluneDoc>(m_services);
     if (!OpenIntoDocument(*document, path))
         return nullptr;
+    return Add(std::move(document));
+}
+
+CPixoluneDoc* CPixoluneApp::Add(std::unique_ptr<CPixoluneDoc> document)
+{
     m_documents.push_back(std::move(document));
+    if (m_journal)
+        m_journal->Begin(*m_documents.back());
+    return m_documents.back().get();
+}
+
+CPixoluneDoc* CPixoluneApp::TakeRecovered(RecoveredDocument recovered, const std::filesystem::path& path)
+{
+    if (m_journal)
+        m_journal->GoOn(recovered, path);
+    m_documents.push_back(std::move(recovered.document));
     return m_documents.back().get();
 }
 
@@ -34,19 +48,28 @@ CPixoluneDoc* CPixoluneApp::AdoptDocument(CObjectCanvas canvas, std::string titl
     document->Adopt(std::move(canvas));
     document->SetNewTitle(std::move(title));
     document->SetModified(true);
-    m_documents.push_back(std::move(document));
-    return m_documents.back().get();
+    return Add(std::move(document));
 }
 
 void CPixoluneApp::CloseDocument(CPixoluneDoc* document)
 {
     m_tidier.Forget();
+    if (m_journal)
+        m_journal->End(*document);
     std::erase_if(m_documents,
                   [&](const std::unique_ptr<CPixoluneDoc>& open) { return open.get() == document; });
 }
 
+bool CPixoluneApp::KeepJournals(const std::filesystem::path& parent)
+{
+    m_journal = CJournal::Create(parent);
+    return m_journal != nullptr;
+}
+
 bool CPixoluneApp::WorkWhileIdle(std::chrono::microseconds budget)
 {
+    if (m_journal && m_journal->Work(budget))
+        return true;
     bool hasMore = false;
     for (const auto& document : m_documents)
         hasMore = hasMore || m_tidier.Work(*document, budget);

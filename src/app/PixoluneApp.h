@@ -2,6 +2,7 @@
 #pragma once
 
 #include "history/HistoryTidier.h"
+#include "journal/Journal.h"
 #include "model/PixoluneDoc.h"
 #include "platform/Services.h"
 #include "platform/clipboard/Clipboard.h"
@@ -32,19 +33,31 @@ public:
     CPixoluneDoc* OpenDocument(const std::filesystem::path& path);
     /// A document from a canvas that was saved out of a damaged file: modified, and without a file of its own.
     CPixoluneDoc* AdoptDocument(CObjectCanvas canvas, std::string title);
+    /// A document that its journal at `path` has brought back; with a journal of its own the program goes on
+    /// with that one.
+    CPixoluneDoc* TakeRecovered(RecoveredDocument recovered, const std::filesystem::path& path);
     /// Frees the document; whether to save it first has been settled.
     void CloseDocument(CPixoluneDoc* document);
     /// In the order in which they were opened.
     [[nodiscard]] std::span<const std::unique_ptr<CPixoluneDoc>> Documents() const { return m_documents; }
 
-    /// Does for about `budget` what can wait: makes histories smaller. False when there is nothing more to do.
+    /// Keeps journals in a new folder in `parent` from now on; false when that cannot be made.
+    bool KeepJournals(const std::filesystem::path& parent);
+    /// The journals of this process; none when it keeps none.
+    [[nodiscard]] CJournal* Journal() const { return m_journal.get(); }
+    /// Does for about `budget` what can wait: hands the journals over, makes histories smaller. False when
+    /// there is nothing more to do.
     bool WorkWhileIdle(std::chrono::microseconds budget);
 
 private:
+    CPixoluneDoc* Add(std::unique_ptr<CPixoluneDoc> document);
+
     CSettings m_settings;
     CObjectNameCounter m_names;
     AppServices m_services;
     std::vector<std::unique_ptr<CPixoluneDoc>> m_documents;
     int m_nextNewTitle = 1;
     CHistoryTidier m_tidier;
+    /// Stands behind the documents, whose observers it holds.
+    std::unique_ptr<CJournal> m_journal;
 };

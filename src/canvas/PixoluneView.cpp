@@ -77,6 +77,14 @@ void CPixoluneView::SetMode(ToolMode mode)
         m_host->OnToolModeChanged();
 }
 
+void CPixoluneView::TakeSelection(const Ref<CSelectionState>& selection)
+{
+    m_selection->view = nullptr;
+    m_selection = selection;
+    m_selection->view = this;
+    SetSelection(m_selection->region);
+}
+
 void CPixoluneView::SetSelection(CRegion region)
 {
     InvalidateOverlay(OutlineInClient());

@@ -81,6 +81,8 @@ public:
     void SetOutlineOffset(Point offset);
     /// Lets the dashes of the outline wander one pixel on; the window calls it from a timer.
     void AdvanceOutline();
+    /// Takes over a selection that commands of the document hold, in place of its own.
+    void TakeSelection(const Ref<CSelectionState>& selection);
     /// What selection commands hold.
     [[nodiscard]] const Ref<CSelectionState>& SharedSelection() const { return m_selection; }
     /// The document pixels that the window shows.

@@ -5,6 +5,7 @@
 #include "cli/Conversion.h"
 #include "cli/Help.h"
 #include "cli/Information.h"
+#include "cli/Recover.h"
 #include "cli/ScriptRunner.h"
 #include "cli/Session.h"
 
@@ -25,6 +26,7 @@ public:
         AddCheck();
         AddConvert();
         AddRun();
+        AddRecover();
         AddHelp();
     }
 
@@ -89,6 +91,18 @@ private:
         CLI::App* verb = AddVerb("run", "run a script", &CCommandLine::RunVerb);
         verb->add_option("SCRIPT", m_script, "the script; - reads standard input")->required();
         verb->add_flag("--keep-going", m_keepGoing, "go on after a statement that is refused");
+        verb->add_option("--journal", m_journalFolder, "keep journals in this folder while the script runs");
+        AddUserSettings(verb);
+    }
+
+    void AddRecover()
+    {
+        CLI::App* verb = AddVerb("recover", "list the documents of journals that were left behind",
+                                 &CCommandLine::RecoverVerb);
+        verb->add_option("FOLDER", m_journalFolder, "the folder of --journal")->required();
+        verb->add_option("SCRIPT", m_script, "a script to run on them; - reads standard input");
+        verb->add_flag("--keep-going", m_keepGoing, "go on after a statement that is refused");
+        verb->add_flag("--discard", m_discards, "remove the journals afterwards");
         AddUserSettings(verb);
     }
 
@@ -148,22 +162,46 @@ private:
 
     int RunVerb()
     {
+        return WithSession([&](CSession& session) {
+            if (!m_journalFolder.empty() && !session.App().KeepJournals(m_journalFolder)) {
+                m_surroundings.errors << "cannot keep journals in " << m_journalFolder << std::endl;
+                return kRefusedOrFailed;
+            }
+            return RunScriptIn(session);
+        });
+    }
+
+    int RecoverVerb()
+    {
+        return WithSession([&](CSession& session) {
+            const auto folders = CJournalFolder::TakeOver(m_journalFolder);
+            std::vector<std::filesystem::path> journals;
+            for (const auto& folder : folders)
+                std::ranges::move(folder->Journals(), std::back_inserter(journals));
+            int status = Recover(session, journals);
+            if (!m_script.empty())
+                status = std::max(status, RunScriptIn(session));
+            std::error_code ignored;
+            for (const std::filesystem::path& journal : journals) {
+                if (m_discards)
+                    std::filesystem::remove(journal, ignored);
+            }
+            return status;
+        });
+    }
+
+    int RunScriptIn(CSession& session)
+    {
         const ScriptOptions options{m_script, m_keepGoing};
         if (m_script == "-")
-            return RunStream(m_surroundings.input, options);
+            return RunScript(session, m_surroundings.input, options, m_surroundings.errors);
         std::ifstream file(m_script);
         file.peek(); // a folder can be opened, but not read
         if (!file.is_open() || file.bad()) {
             m_surroundings.errors << "cannot read " << m_script << std::endl;
             return kWrongUsage;
         }
-        return RunStream(file, options);
-    }
-
-    int RunStream(std::istream& script, const ScriptOptions& options)
-    {
-        return WithSession(
-            [&](CSession& session) { return RunScript(session, script, options, m_surroundings.errors); });
+        return RunScript(session, file, options, m_surroundings.errors);
     }
 
     int HelpVerb()
@@ -188,6 +226,8 @@ private:
     std::string m_hotSpot;
     std::string m_script;
     bool m_keepGoing = false;
+    std::string m_journalFolder;
+    bool m_discards = false;
     std::string m_statement;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "model/ObjectCanvas.h"
+#include "model/PixoluneDoc.h"
 
 #include <cstdint>
 #include <string>
@@ -14,3 +14,6 @@
 [[nodiscard]] std::string ObjectLine(size_t index, const CPicObject& object);
 /// "R G B A" of a pixel with alpha in the high byte.
 [[nodiscard]] std::string PixelLine(uint32_t pixel);
+/// A number for all that the document holds: canvas, objects, flags, names, every byte of its pictures, and
+/// whether it is modified. FNV-1a with 64 bits over the texts above and the packed pictures.
+[[nodiscard]] uint64_t ChecksumOf(const CPixoluneDoc& document);

@@ -41,7 +41,11 @@ private:
     {
         CArguments arguments(std::span(line.words).subspan(WordCount(row)));
         const int messagesBefore = m_session.Ui().MessageCount();
-        switch (row.run(m_session, arguments)) {
+        const Outcome outcome = row.run(m_session, arguments);
+        // What has been reported as done can be recovered from then on.
+        if (CJournal* journal = m_session.App().Journal())
+            journal->Finish();
+        switch (outcome) {
         case Outcome::Disabled:
             return ReportRefusal(line.statement);
         case Outcome::Failed:

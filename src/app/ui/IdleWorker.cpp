@@ -3,6 +3,8 @@
 
 #include "app/PixoluneApp.h"
 
+#include <QApplication>
+
 #include <chrono>
 
 namespace {
@@ -10,6 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kDelay = 50ms;
+constexpr auto kDelayInDialog = 200ms;
 constexpr auto kPause = 5ms;
 constexpr auto kStep = 2ms;
 
@@ -29,6 +32,12 @@ void CIdleWorker::Wake()
 
 void CIdleWorker::Work()
 {
+    // What a dialog previews may be taken back.
+    const bool isInDialog = QApplication::activeModalWidget() != nullptr;
+    if (CJournal* journal = m_app.Journal(); journal != nullptr && !isInDialog)
+        journal->Note();
     if (m_app.WorkWhileIdle(kStep))
         m_timer.start(kPause);
+    else if (isInDialog)
+        m_timer.start(kDelayInDialog);
 }

@@ -15,6 +15,7 @@
 #include "app/ui/PanelDock.h"
 #include "app/ui/PanelLayout.h"
 #include "app/ui/PreferencesDialog.h"
+#include "app/ui/RecoverDialog.h"
 #include "app/ui/StatusBar.h"
 #include "canvas/ui/CanvasAccessibility.h"
 #include "canvas/ui/CanvasWidget.h"
@@ -277,6 +278,25 @@ void CMainFrame::Connect(CChildFrame& frame)
         m_actions->FillMenu(menu, kCanvasMenu);
         menu.exec(position);
     });
+}
+
+void CMainFrame::OfferRecovery(const std::filesystem::path& parent)
+{
+    // Held until the question is settled: no other process asks for the same documents.
+    const auto folders = CJournalFolder::TakeOver(parent);
+    std::vector<LeftBehind> found = FindLeftBehind(folders, m_app.Services());
+    if (found.empty())
+        return;
+    const auto recover = [this](LeftBehind left) {
+        const Ref<CSelectionState> selection = left.recovered.Selection();
+        CChildFrame* frame = Show(*m_app.TakeRecovered(std::move(left.recovered), left.journal));
+        if (selection)
+            frame->View().TakeSelection(selection);
+    };
+    const auto confirm = [this](const QString& question) {
+        return m_app.Services().ui.AskYesNo(ToUtf8(question));
+    };
+    CRecoverDialog(std::move(found), recover, confirm, this).exec();
 }
 
 void CMainFrame::OnDocumentClosed(CPixoluneDoc* document)

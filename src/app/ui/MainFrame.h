@@ -35,6 +35,8 @@ public:
     CChildFrame* OpenFile(const QString& path);
     /// Shows a document in a window, or in another one.
     CChildFrame* Show(CPixoluneDoc& document);
+    /// Offers the documents that processes have left behind in `parent` when they died.
+    void OfferRecovery(const std::filesystem::path& parent);
     [[nodiscard]] CChildFrame* ActiveFrame() const;
     /// None for a command that has no row in the table.
     [[nodiscard]] QAction* Action(CommandId id) const;

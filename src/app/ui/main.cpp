@@ -69,6 +69,9 @@ int main(int argc, char** argv)
     CQtClipboard clipboard;
     CPixoluneApp app(ui, clipboard);
     app.Settings().ReadAll(store);
+    const std::filesystem::path journals =
+        arguments.isSet(grab) ? std::filesystem::path() : UserJournalFolder();
+    app.KeepJournals(journals);
 
     CMainFrame window(app, *configuration);
     ui.Attach(&window, &window.StatusBar());
@@ -91,6 +94,8 @@ int main(int argc, char** argv)
             QTimer::singleShot(kGrabMs, &window, [&] {
                 QApplication::exit(Grab(window, arguments.value(grab), arguments.value(part)));
             });
+        } else if (!journals.empty()) {
+            QTimer::singleShot(0, &window, [&] { window.OfferRecovery(journals); });
         }
     });
     window.show();

@@ -74,6 +74,11 @@ void PrintModified(CSession& session)
     session.Output() << "modified " << session.Document().IsModified() << '\n';
 }
 
+void PrintChecksum(CSession& session)
+{
+    session.Output() << "checksum " << std::hex << ChecksumOf(session.Document()) << std::dec << '\n';
+}
+
 Outcome PrintPixel(CSession& session, CArguments& arguments)
 {
     const Point point = arguments.Coordinates();
@@ -136,6 +141,9 @@ constexpr StatementRow kRows[] = {
      Needs::Document, PrintPicked},
     {"print status", "", "Prints the status bar's text for the pointer.", Needs::Document,
      Print<PrintStatus>},
+    {"print checksum", "",
+     "Prints a number for all that the document holds, every byte of its pictures included.", Needs::Document,
+     Print<PrintChecksum>},
     {"print modified", "", "Prints whether the document has changes that are not saved.", Needs::Document,
      Print<PrintModified>},
 };

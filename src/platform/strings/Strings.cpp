@@ -208,6 +208,16 @@ constexpr StringRow kRows[] = {
     {DefaultBackgroundColorNote,
      "  When a transparent picture is exported to an unsupported transparency image file,the "
      "transparent area will be filled by following color. "},
+    {RecoverDocuments, "Recover Documents"},
+    {RecoverNote, "The program ended before these documents were saved. They can be recovered as they were, "
+                  "with everything that can be undone."},
+    {Recover, "&Recover"},
+    {RecoverTip, "Opens the selected documents"},
+    {Discard, "&Discard"},
+    {DiscardTip, "Removes the selected documents for good"},
+    {RecoverLater, "&Later"},
+    {RecoverLaterTip, "Keeps these documents and asks again at the next start"},
+    {DiscardQuestion, "Do you want to discard the selected documents for good?"},
     {Preview, "Preview"},
     {AdjustBc, "Adjust BC"},
     {AdjustRgb, "Adjust RGB"},

@@ -210,6 +210,16 @@ enum class Str {
     ImportCompositeAsFrame,
     DefaultBackgroundColor,
     DefaultBackgroundColorNote,
+    // Recovery
+    RecoverDocuments,
+    RecoverNote,
+    Recover,
+    RecoverTip,
+    Discard,
+    DiscardTip,
+    RecoverLater,
+    RecoverLaterTip,
+    DiscardQuestion,
     // Image operations
     Preview,
     AdjustBc,

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "journal/Journal.h"
+#include "support/OpenPicture.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int kStrokes = 100;
+
+/// Mouse messages of strokes on 12 megapixels: what the slowest and the middle one take, with a journal and
+/// without, and what the journal takes on the disk. Between two messages the program has the time of a step
+/// of idle work, as it does between those of a mouse.
+void BenchMessages(benchmark::State& state)
+{
+    const bool withJournal = state.range(0) != 0;
+    const std::filesystem::path parent = std::filesystem::temp_directory_path() / "pixolune-bench-journal";
+    for ([[maybe_unused]] auto iteration : state) {
+        OpenPicture open(12);
+        const auto journal = withJournal ? CJournal::Create(parent) : nullptr;
+        uintmax_t begun = 0;
+        const auto size = [&] {
+            uintmax_t bytes = 0;
+            for (const auto& file : std::filesystem::recursive_directory_iterator(parent))
+                bytes += file.is_regular_file() ? file.file_size() : 0;
+            return bytes;
+        };
+        if (journal) {
+            journal->Begin(open.document);
+            journal->Finish();
+            journal->WaitUntilWritten();
+            begun = size();
+        }
+        std::vector<double> messages;
+        std::vector<double> steps{0};
+        const auto milliseconds = [](Clock::time_point begin) {
+            return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
+        };
+        open.onMessage = [&](const auto& message) {
+            const auto begin = Clock::now();
+            message();
+            messages.push_back(milliseconds(begin));
+            if (!journal)
+                return;
+            const auto idle = Clock::now();
+            journal->Note();
+            journal->Work(std::chrono::milliseconds(2));
+            steps.push_back(milliseconds(idle));
+        };
+        std::mt19937 random(1);
+        for (int stroke = 0; stroke < kStrokes; ++stroke)
+            open.Stroke(random);
+        for (auto* times : {&messages, &steps})
+            std::ranges::sort(*times);
+        state.counters["median ms"] = messages[messages.size() / 2];
+        state.counters["worst ms"] = messages.back();
+        state.counters["worst step ms"] = steps.back();
+        if (journal) {
+            journal->Finish();
+            journal->WaitUntilWritten();
+            state.counters["bytes per stroke"] = static_cast<double>(size() - begun) / kStrokes;
+        }
+    }
+    std::error_code ignored;
+    std::filesystem::remove_all(parent, ignored);
+}
+
+const bool kRegistered = [] {
+    for (const int withJournal : {0, 1})
+        benchmark::RegisterBenchmark("journal/stroke-messages/12MP/ours/t1", BenchMessages)
+            ->Arg(withJournal)
+            ->Iterations(1)
+            ->Unit(benchmark::kMillisecond);
+    return true;
+}();
+
+} // namespace
