@@ -20,6 +20,8 @@ public:
     /// memory runs out, or something else has changed the picture.
     [[nodiscard]] bool Prepare(const Rect& rect);
     [[nodiscard]] BitmapView Pixels() const { return ViewOf(m_image->AnnouncedDib()); }
+    /// Whether nothing else has changed the picture.
+    [[nodiscard]] bool IsIntact() const { return m_isIntact; }
     [[nodiscard]] bool HasPainted() const { return m_isIntact && !m_old.IsEmpty(); }
     /// What the stroke has changed; none when memory runs out.
     [[nodiscard]] std::optional<CPixelChanges> Changes() const;

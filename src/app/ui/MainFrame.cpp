@@ -119,7 +119,7 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
       m_area(new CDocumentArea([this](CPixoluneDoc& document) { return m_files.MayClose(document); })),
       m_statusBar(new CStatusBar),
       m_actions(new CCommandActions(*this, m_shortcuts, [this] { return Context(); })),
-      m_panels(new CPanelLayout(*this)), m_idleWorker(new CIdleWorker(app, this))
+      m_idleWorker(new CIdleWorker(app, this)), m_panels(new CPanelLayout(*this))
 {
     InstallCanvasAccessibility();
     setWindowIcon(ApplicationIcon());
