@@ -25,6 +25,18 @@ void SelectByClick(CPixoluneDoc& document, const Ref<CPicObject>& hit, const Mou
     document.NotifyObjectSelectionChanged();
 }
 
+/// The topmost visible text around the point: the gaps between letters count as well. None without one.
+Ref<CPicObject> TextAt(const CObjectCanvas& canvas, Point point)
+{
+    Ref<CPicObject> found;
+    for (const Ref<CPicObject>& object : canvas.objects) {
+        if (object->visible && object->Rectangle().Contains(point) && object->image &&
+            object->image->Dib().WrittenText())
+            found = object;
+    }
+    return found;
+}
+
 } // namespace
 
 void CDefaultTool::Down(const MouseInput& input)
@@ -76,8 +88,8 @@ void CDefaultTool::Up(const MouseInput& /*input*/)
 bool CDefaultTool::DoubleClick(const MouseInput& input)
 {
     CPixoluneDoc& document = View().Document();
-    const Ref<CPicObject> hit = document.Canvas().ClickTarget(View().Geometry().ToDocument(input.client));
-    if (input.button != MouseButton::Left || !hit || !hit->image->Dib().WrittenText())
+    const Ref<CPicObject> hit = TextAt(document.Canvas(), View().Geometry().ToDocument(input.client));
+    if (input.button != MouseButton::Left || !hit)
         return false;
     if (hit->locked)
         Refuse(document, Str::ObjectsLocked);

@@ -2,6 +2,7 @@
 #include "fileio/ui/ExportAnimationDialog.h"
 
 #include "fileio/ui/DialogFilters.h"
+#include "platform/ui/DialogPlacement.h"
 #include "platform/ui/FrameTime.h"
 #include "platform/ui/PictureView.h"
 #include "platform/ui/QtPicture.h"
@@ -48,7 +49,7 @@ CExportAnimationDialog::CExportAnimationDialog(const CObjectCanvas& canvas, cons
                         grid->columnCount());
     }
     // The options are not to take their room from the list of files.
-    resize(sizeHint());
+    FitOnScreen(*this);
     connect(this, &QFileDialog::filterSelected, this, &CExportAnimationDialog::OnFilterSelected);
     OnFilterSelected(selectedNameFilter());
     if (!name.isEmpty())

@@ -4,6 +4,7 @@
 #include "fileio/ui/DialogFilters.h"
 #include "fileio/ui/SaveAsPanel.h"
 #include "fileio/ui/SavePreview.h"
+#include "platform/ui/DialogPlacement.h"
 #include "platform/ui/QtText.h"
 
 #include <QGridLayout>
@@ -34,7 +35,7 @@ CSaveAsDialog::CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, c
     if (auto* grid = qobject_cast<QGridLayout*>(layout()))
         grid->addWidget(below, grid->rowCount(), 0, 1, grid->columnCount());
     // The options are not to take their room from the list of files.
-    resize(sizeHint());
+    FitOnScreen(*this);
 }
 
 void CSaveAsDialog::ShowPreview()
