@@ -1,17 +1,107 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/ChildFrame.h"
 #include "app/ui/StatusBar.h"
+#include "app/ui/Translations.h"
+#include "canvas/ui/AddTextDialog.h"
 #include "canvas/ui/CanvasWidget.h"
+#include "canvas/ui/FillBannerDialog.h"
 #include "document/ObjectOperations.h"
 #include "document/PanelOperations.h"
-#include "ui/UiTest.h"
+#include "fileio/ui/LayeredFileDialog.h"
+#include "platform/ui/QtText.h"
+#include "ui/DialogWalk.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QAccessible>
-#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTabBar>
 #include <QToolBar>
+#include <QTranslator>
 
 namespace {
+
+QString NameOf(QWidget& widget)
+{
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&widget);
+    return accessible ? accessible->text(QAccessible::Name) : QString();
+}
+
+/// Parts that their owner speaks for.
+bool IsInnerPart(const QWidget& widget)
+{
+    return widget.objectName().startsWith(QLatin1String("qt_")) ||
+           qobject_cast<const QTabBar*>(widget.parentWidget()) ||
+           qobject_cast<const QAbstractSpinBox*>(widget.parentWidget()) ||
+           qobject_cast<const QComboBox*>(widget.parentWidget()) || widget.focusProxy() ||
+           widget.inherits("QComboBoxPrivateContainer") || widget.inherits("QToolBarExtension") ||
+           widget.inherits("QComboBoxListView") || widget.inherits("QHeaderView") ||
+           // The arrow keys in the field above it walk this list.
+           NameOf(const_cast<QWidget&>(widget)) == ToQString(Str::FoundCommands);
+}
+
+bool IsControl(const QWidget& widget)
+{
+    return qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QAbstractSpinBox*>(&widget) ||
+           qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QSlider*>(&widget) ||
+           qobject_cast<const QAbstractItemView*>(&widget) || widget.focusPolicy() & Qt::TabFocus;
+}
+
+/// Every control has a name, and the keyboard comes to it.
+void ExpectReachable(const std::string& name, QWidget& window)
+{
+    for (auto* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(&window) || !IsControl(*widget) || IsInnerPart(*widget))
+            continue;
+        const std::string what =
+            name + ": " + widget->metaObject()->className() + " " + widget->objectName().toStdString();
+        EXPECT_FALSE(NameOf(*widget).trimmed().isEmpty()) << what << " has no name";
+        EXPECT_TRUE(widget->focusPolicy() & Qt::TabFocus)
+            << what << " " << NameOf(*widget).toStdString() << " is not reached with Tab";
+    }
+}
+
+/// The texts that are wider or higher than the place they have.
+std::string CutTexts(QWidget& window)
+{
+    std::string cut;
+    for (auto* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(&window) || widget->size().isEmpty())
+            continue;
+        QString text;
+        QSize needed;
+        if (const auto* label = qobject_cast<QLabel*>(widget)) {
+            text = label->text();
+            needed = label->wordWrap() ? QSize(0, label->heightForWidth(label->width())) : label->sizeHint();
+            if (label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored)
+                needed.setWidth(0);
+        } else if (qobject_cast<QCheckBox*>(widget) || qobject_cast<QRadioButton*>(widget) ||
+                   widget->inherits("QPushButton")) {
+            text = static_cast<QAbstractButton*>(widget)->text();
+            needed = widget->minimumSizeHint();
+        } else if (qobject_cast<QAbstractSpinBox*>(widget)) {
+            text = NameOf(*widget);
+            needed = widget->minimumSizeHint();
+        }
+        if (text.isEmpty())
+            continue;
+        if (needed.width() > widget->width() || needed.height() > widget->height())
+            cut += text.toStdString() + '\n';
+    }
+    return cut;
+}
+
+/// Layouts settle over several events; then no text is cut.
+void ExpectRoom(const std::string& name, QWidget& window)
+{
+    static_cast<void>(QTest::qWaitFor([&] { return CutTexts(window).empty(); }, 2000));
+    EXPECT_EQ(CutTexts(window), "") << name;
+}
 
 class CAccessibilityTest : public CWindowTest {
 protected:
@@ -24,10 +114,74 @@ protected:
         QTest::qWait(20);
     }
 
+    /// The dialogs that no command opens.
+    void VisitOtherDialogs(const WindowVisitor& visit)
+    {
+        CAddTextDialog text(m_frame->View(), Point{20, 20}, m_frame);
+        CFillBannerDialog fill(m_app.Settings(), m_frame);
+        CLayeredFileDialog layers({}, m_frame);
+        for (QDialog* dialog :
+             {static_cast<QDialog*>(&text), static_cast<QDialog*>(&fill), static_cast<QDialog*>(&layers)}) {
+            dialog->show();
+            visit(ToUtf8(dialog->windowTitle()), *dialog);
+            dialog->reject();
+        }
+    }
+
     CChildFrame* m_frame = nullptr;
 };
 
 } // namespace
+
+TEST_F(CAccessibilityTest, EveryControlIsNamedAndReached)
+{
+    Open(m_window);
+    for (const CommandRow& row : CommandTable()) {
+        if (row.menu == "Tools") {
+            m_window.Action(row.id)->trigger();
+            QTest::qWait(1);
+            ExpectReachable("Main window with " + std::string(row.text), m_window);
+        }
+    }
+    m_window.Action(CommandId::ToolDefault)->trigger();
+    CDialogWalk walk(m_window, ExpectReachable);
+    walk.Run();
+    EXPECT_GE(walk.Count(), 20);
+    VisitOtherDialogs(ExpectReachable);
+}
+
+TEST_F(CAccessibilityTest, LongerTextsAndLargerLettersHaveRoom)
+{
+    InstallTranslations(*qApp, Language::Pseudo);
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 2);
+    QApplication::setFont(large);
+    {
+        CMainFrame window(m_app, m_configuration);
+        Open(window);
+        window.resize(2400, 1600);
+        QTest::qWait(20);
+        for (const CommandRow& row : CommandTable()) {
+            if (row.menu == "Tools") {
+                window.Action(row.id)->trigger();
+                QTest::qWait(5);
+                ExpectRoom("Main window with " + std::string(row.text), window);
+            }
+        }
+        window.Action(CommandId::ToolDefault)->trigger();
+        const auto visit = [](const std::string& name, QWidget& dialog) {
+            QTest::qWait(1);
+            ExpectRoom(name, dialog);
+        };
+        CDialogWalk(window, visit).Run();
+        VisitOtherDialogs(visit);
+    }
+    QApplication::setFont(usual);
+    for (auto* translator : qApp->findChildren<QTranslator*>())
+        delete translator;
+    SetTextTranslator(nullptr);
+}
 
 TEST_F(CAccessibilityTest, CanvasTellsItsObjectsAndTheirStates)
 {
