@@ -70,7 +70,8 @@ TEST(CPixelChanges, JoinedLeadOverBothSteps)
         b.Row(static_cast<int>(seed % 20))[seed * 3] ^= 1;
         CPackedDib c = b.Duplicate();
         c.Row(3)[seed * 5] ^= 1;
-        c.Row(static_cast<int>(seed % 20))[seed * 3] ^= seed % 2; // odd: the first change is taken back
+        // With an odd seed the first change is taken back.
+        c.Row(static_cast<int>(seed % 20))[seed * 3] ^= static_cast<uint8_t>(seed % 2);
         CPackedDib picture = a.Duplicate();
         const CPixelChanges joined = std::move(*CPixelChanges::Joined(AllBetween(a, b), AllBetween(b, c)));
         joined.Apply(picture);
