@@ -147,7 +147,8 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
 
 CMainFrame::~CMainFrame()
 {
-    // Windows of documents report their end; that must find this one whole.
+    // What panels and windows of documents report as they go must find this window whole.
+    hide();
     disconnect(m_area, &CDocumentArea::FrameActivated, this, nullptr);
     delete takeCentralWidget();
 }
