@@ -82,10 +82,7 @@ public:
         QCoreApplication::sendEvent(&Canvas(), &event);
         Settle();
     }
-    void Drag(QPoint place, Qt::MouseButton button)
-    {
-        Mouse(QEvent::MouseMove, place, Qt::NoButton, button);
-    }
+    void Drag(QPoint place, Qt::MouseButton button) { Mouse(QEvent::MouseMove, place, Qt::NoButton, button); }
 
 private:
     QTemporaryDir m_folder;
@@ -169,11 +166,11 @@ struct WindowCase {
 };
 
 const WindowCase kCases[] = {
-    {"paint-all",
+    {"paint-all", [] { return [] { Window().Canvas().repaint(); }; }},
+    {"pan-step",
      [] {
-         return [] { Window().Canvas().repaint(); };
+         return DragSteps(Qt::MiddleButton, {12, 7});
      }},
-    {"pan-step", [] { return DragSteps(Qt::MiddleButton, {12, 7}); }},
     {"zoom-step",
      [] {
          return [in = false]() mutable {
@@ -183,27 +180,24 @@ const WindowCase kCases[] = {
      }},
     {"move-object-step",
      [] {
-         Window().View().SetToolMode(ToolMode::Default);
+         Window().View().SetMode(ToolMode::Default);
          return DragSteps(Qt::LeftButton, {5, 3});
      }},
     {"stroke-step",
      [] {
-         Window().View().SetToolMode(ToolMode::Pencil);
+         Window().View().SetMode(ToolMode::Pencil);
          return DragSteps(Qt::LeftButton, {9, 4});
      }},
     {"undo-and-redo-of-a-stroke",
      [] {
-         Window().View().SetToolMode(ToolMode::Pencil);
+         Window().View().SetMode(ToolMode::Pencil);
          Stroke();
          return [] {
              Window().Run(CommandId::EditUndo);
              Window().Run(CommandId::EditRedo);
          };
      }},
-    {"negative-of-an-object",
-     [] {
-         return [] { Window().Run(CommandId::TransformNegative); };
-     }},
+    {"negative-of-an-object", [] { return [] { Window().Run(CommandId::TransformNegative); }; }},
     {"save-native",
      [] {
          return [] {
@@ -216,7 +210,8 @@ const WindowCase kCases[] = {
 void Register()
 {
     AddCase({"window/open-jpg", "12MP", "ours", Threads::All}, [] { return ShowJpg; });
-    for (const auto& [size, show] : {std::pair<const char*, Shown>{"12MP", ShowJpg}, {"12MP-50-objects", ShowStack}}) {
+    for (const auto& [size, show] :
+         {std::pair<const char*, Shown>{"12MP", ShowJpg}, {"12MP-50-objects", ShowStack}}) {
         for (const WindowCase& windowCase : kCases) {
             // A stack of 2.4 GB is not written over and over.
             if (show == ShowStack && windowCase.operation == std::string("save-native"))
