@@ -3,9 +3,9 @@
 #include "imageops/TransformSession.h"
 #include "platform/clipboard/Clipboard.h"
 #include "platform/settings/Settings.h"
-#include "platform/ui/UserInterface.h"
 #include "support/Cases.h"
 #include "support/Inputs.h"
+#include "support/SilentUserInterface.h"
 
 #include <array>
 #include <memory>
@@ -15,14 +15,6 @@ namespace {
 
 constexpr int kSizeInMegapixels = 12;
 constexpr Size kView{1920, 1080};
-
-class CSilentUserInterface final : public IUserInterface {
-public:
-    void SetPosition(int /*percent*/) override {}
-    void ShowMessage(const std::string& /*text*/) override {}
-    bool AskYesNo(const std::string& /*question*/) override { return true; }
-    void SetStatusText(const std::string& /*text*/) override {}
-};
 
 /// A window on a document of one selected object, while the dialog of an operation is open.
 struct OpenDialog {

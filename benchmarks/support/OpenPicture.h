@@ -5,20 +5,12 @@
 #include "history/TransformCommand.h"
 #include "platform/clipboard/Clipboard.h"
 #include "platform/settings/Settings.h"
-#include "platform/ui/UserInterface.h"
 #include "support/Inputs.h"
+#include "support/SilentUserInterface.h"
 
 #include <functional>
 #include <memory>
 #include <random>
-
-class CSilentUserInterface final : public IUserInterface {
-public:
-    void SetPosition(int /*percent*/) override {}
-    void ShowMessage(const std::string& /*text*/) override {}
-    bool AskYesNo(const std::string& /*question*/) override { return true; }
-    void SetStatusText(const std::string& /*text*/) override {}
-};
 
 /// A document with one selected object that shows the backdrop, and a view on it.
 struct OpenPicture {
