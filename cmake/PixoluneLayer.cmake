@@ -16,13 +16,18 @@ function(pixolune_layer name)
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC pixolune_options ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  if(CMAKE_CURRENT_SOURCE_DIR MATCHES "/ui$")
+    pixolune_precompile(${name} widgets)
+  else()
+    pixolune_precompile(${name} standard)
+  endif()
 endfunction()
 
 # The same for a folder of Qt Widgets.
 function(pixolune_ui_layer name)
   pixolune_layer(${name} ${ARGN})
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
-  target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+  target_compile_definitions(${name} PUBLIC ${PIXOLUNE_WIDGET_DEFINITIONS})
 
   # In a build folder that exists, AUTOMOC looks at new headers only when an old one has changed.
   get_target_property(sources ${name} SOURCES)

@@ -5,7 +5,9 @@
 #include "fileio/ClipboardStream.h"
 #include "fileio/DocumentFiles.h"
 #include "fileio/check/FileCheck.h"
+#include "journal/Recovery.h"
 #include "platform/io/AtomicFile.h"
+#include "platform/io/ByteReader.h"
 
 #include <unistd.h>
 
@@ -94,6 +96,44 @@ void RunStatements(std::string_view, std::span<const uint8_t> input)
     static_cast<void>(RunScript(session, statements, {"script", true}, errors));
 }
 
+/// The journal with these entries, each of which has its size (u32) in front.
+std::vector<uint8_t> SealEntries(std::span<const uint8_t> entries)
+{
+    std::vector<uint8_t> journal(JournalName().begin(), JournalName().end());
+    CJournalPacker packer(0);
+    CByteReader reader(entries);
+    uint32_t size = 0;
+    std::span<const uint8_t> entry;
+    while (reader.ReadU32(size) && reader.ReadBytes(std::min<uint64_t>(size, reader.Remaining()), entry)) {
+        while (entry.size() > kJournalPiece) {
+            const auto record = packer.Pack(entry.first(kJournalPiece), EntryEnd::No);
+            journal.insert(journal.end(), record.begin(), record.end());
+            entry = entry.subspan(kJournalPiece);
+        }
+        const auto record = packer.Pack(entry, EntryEnd::Yes);
+        journal.insert(journal.end(), record.begin(), record.end());
+    }
+    return journal;
+}
+
+/// Makes a document of a journal and walks through its history. What does not begin as journals do is taken
+/// for entries that have not been sealed yet, since nobody guesses checksums.
+void ReplayJournal(std::string_view, std::span<const uint8_t> input)
+{
+    const std::span<const uint8_t> name = JournalName();
+    const bool isSealed = input.size() >= name.size() && std::ranges::equal(input.first(name.size()), name);
+    std::ostringstream output;
+    CSession session(output);
+    const std::vector<uint8_t> sealed = isSealed ? std::vector<uint8_t>() : SealEntries(input);
+    const auto recovered = RecoverDocument(isSealed ? input : sealed, session.App().Services());
+    if (!recovered)
+        return;
+    while (recovered->document->Undo()) {
+    }
+    while (recovered->document->Redo()) {
+    }
+}
+
 constexpr FuzzTarget kTargets[] = {
     {"gif", ReadFile},         {"ico", ReadFile},
     {"cur", ReadFile},         {"ani", ReadFile},
@@ -102,7 +142,7 @@ constexpr FuzzTarget kTargets[] = {
     {"jpg", ReadFile},         {"pcx", ReadFile},
     {"png", ReadFile},         {"tga", ReadFile},
     {"tif", ReadFile},         {"clipboard", ReadClipboard},
-    {"script", RunStatements},
+    {"script", RunStatements}, {"journal", ReplayJournal},
 };
 
 } // namespace

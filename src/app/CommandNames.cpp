@@ -2,7 +2,9 @@
 #include "app/CommandNames.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <ranges>
 #include <sstream>
 
 namespace {
@@ -11,7 +13,7 @@ using enum CommandId;
 
 constexpr std::string_view kPlaceSeparator = " > ";
 
-/// The texts of the table are plain ASCII.
+/// Of ASCII letters; the others have to be met as they are.
 char Lower(char letter)
 {
     return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
@@ -27,6 +29,16 @@ std::string LowerCase(std::string_view text)
     std::string lower(text);
     std::ranges::transform(lower, lower.begin(), Lower);
     return lower;
+}
+
+/// A text of the table without its mark and the dots that promise a dialog.
+std::string PlainName(std::string_view text)
+{
+    std::string name(text);
+    std::erase(name, '&');
+    if (name.ends_with("..."))
+        name.resize(name.size() - 3);
+    return name;
 }
 
 std::string LettersAndDigits(std::string_view text)
@@ -57,45 +69,61 @@ bool BeginsAWord(std::string_view text, std::string_view word)
     return false;
 }
 
-/// How badly a word fits, 0 the best; none when it does not.
-std::optional<int> Misfit(const CommandRow& row, std::string_view word)
+/// The texts by which a command is found, in lower case.
+struct SearchedTexts {
+    std::string name;
+    std::string place;
+    std::string prompt;
+};
+
+/// How badly a word fits, 0 the best.
+constexpr int kNoFit = 6;
+
+int Misfit(const SearchedTexts& texts, std::string_view word)
 {
-    const std::string name = LowerCase(CommandName(row));
-    if (BeginsAWord(name, word))
-        return name.starts_with(word) ? 0 : 1;
-    if (name.find(word) != std::string::npos)
+    if (BeginsAWord(texts.name, word))
+        return texts.name.starts_with(word) ? 0 : 1;
+    if (texts.name.find(word) != std::string::npos)
         return 2;
-    if (LowerCase(CommandPlace(row)).find(word) != std::string::npos)
+    if (texts.place.find(word) != std::string::npos)
         return 3;
-    if (LowerCase(row.prompt).find(word) != std::string::npos)
+    if (texts.prompt.find(word) != std::string::npos)
         return 4;
-    return HasInOrder(name, word) ? std::optional(5) : std::nullopt;
+    return HasInOrder(texts.name, word) ? 5 : kNoFit;
+}
+
+/// A command is found in the language in use and in that of the tables.
+std::array<SearchedTexts, 2> TextsOf(const CommandRow& row)
+{
+    return {SearchedTexts{LowerCase(CommandName(row)), LowerCase(CommandPlace(row)),
+                          LowerCase(Translated(row.prompt))},
+            SearchedTexts{LowerCase(PlainName(row.text)), LowerCase(PlainName(row.menu)), LowerCase(row.prompt)}};
 }
 
 } // namespace
 
 std::string CommandName(const CommandRow& row)
 {
-    std::string name(row.text);
-    std::erase(name, '&');
-    if (name.ends_with("..."))
-        name.resize(name.size() - 3);
-    return name;
+    return PlainName(Translated(row.text));
 }
 
 std::string CommandPlace(const CommandRow& row)
 {
     if (row.menu.empty())
         return std::string(Text(Str::OptionsPanel));
-    std::string place(row.menu);
-    for (size_t at = place.find('/'); at != std::string::npos; at = place.find('/', at))
-        place.replace(at, 1, kPlaceSeparator);
+    std::string place;
+    for (const auto part : std::views::split(row.menu, '/')) {
+        if (!place.empty())
+            place += kPlaceSeparator;
+        place += PlainName(Translated(std::string_view(part.begin(), part.end())));
+    }
     return place;
 }
 
 std::string CommandKey(const CommandRow& row)
 {
-    return LettersAndDigits(CommandPlace(row)) + '-' + LettersAndDigits(row.text);
+    const std::string_view place = row.menu.empty() ? SourceText(Str::OptionsPanel) : row.menu;
+    return LettersAndDigits(place) + '-' + LettersAndDigits(row.text);
 }
 
 Str WhyDisabled(const CommandContext& context, CommandId id)
@@ -117,14 +145,17 @@ std::vector<const CommandRow*> SearchCommands(std::string_view words)
 {
     std::vector<std::pair<int, const CommandRow*>> found;
     for (const CommandRow& row : CommandTable()) {
+        const std::array<SearchedTexts, 2> texts = TextsOf(row);
         std::istringstream input(LowerCase(words));
-        std::optional<int> sum = 0;
-        for (std::string word; sum && input >> word;) {
-            const std::optional<int> misfit = Misfit(row, word);
-            sum = misfit ? std::optional(*sum + *misfit) : std::nullopt;
+        int sum = 0;
+        bool isFound = true;
+        for (std::string word; isFound && input >> word;) {
+            const int misfit = std::min(Misfit(texts[0], word), Misfit(texts[1], word));
+            isFound = misfit < kNoFit;
+            sum += misfit;
         }
-        if (sum)
-            found.emplace_back(*sum, &row);
+        if (isFound)
+            found.emplace_back(sum, &row);
     }
     std::ranges::stable_sort(found, {}, [](const auto& entry) { return entry.first; });
     std::vector<const CommandRow*> rows;

@@ -45,9 +45,10 @@ bool RunCommand(CommandContext& context, CommandId id)
         return false;
     context.id = id;
     const CommandRow& row = FindCommand(id);
-    // What is half done goes before anything else is done; looking from elsewhere disturbs nothing.
-    if (context.view != nullptr && !row.menu.starts_with("View"))
-        context.view->CancelDrag();
+    // A drag ends before anything else is done. Looking from elsewhere does not disturb it, and another tool
+    // gives it up.
+    if (context.view != nullptr && !row.menu.starts_with("View") && !row.menu.starts_with("Tools"))
+        context.view->FinishDrag();
     return row.run(context);
 }
 

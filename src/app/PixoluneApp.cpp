@@ -3,6 +3,9 @@
 
 #include "document/NewDocument.h"
 #include "fileio/DocumentFiles.h"
+#include "platform/strings/Strings.h"
+
+#include <new>
 
 CPixoluneApp::CPixoluneApp(IUserInterface& ui, IClipboard& clipboard)
     : m_services{m_settings, ui, clipboard, m_names}
@@ -66,6 +69,33 @@ bool CPixoluneApp::KeepJournals(const std::filesystem::path& parent)
     return m_journal != nullptr;
 }
 
+bool CPixoluneApp::RunWithinMemory(const std::function<void()>& run, const std::function<void()>& giveUp)
+{
+    m_reserve.Refill();
+    try {
+        run();
+        return true;
+    } catch (const std::bad_alloc&) {
+        // All that it had asked for has gone back by now.
+        m_reserve.Refill();
+    }
+    if (m_journal)
+        m_journal->Distrust();
+    try {
+        giveUp();
+        for (const auto& document : m_documents) {
+            document->NotifyObjectsChanged();
+            document->NotifyObjectSelectionChanged();
+            document->NotifyCanvasSizeChanged();
+            document->NotifyFrameChanged();
+        }
+    } catch (const std::bad_alloc&) {
+        // What is shown may be older than what is there.
+    }
+    m_services.ui.ShowMessage(std::string(Text(Str::OutOfMemory)));
+    return false;
+}
+
 bool CPixoluneApp::WorkWhileIdle(std::chrono::microseconds budget)
 {
     if (m_journal && m_journal->Work(budget))
@@ -73,5 +103,8 @@ bool CPixoluneApp::WorkWhileIdle(std::chrono::microseconds budget)
     bool hasMore = false;
     for (const auto& document : m_documents)
         hasMore = hasMore || m_tidier.Work(*document, budget);
+    const auto until = std::chrono::steady_clock::now() + budget;
+    for (const auto& document : m_documents)
+        hasMore = hasMore || document->Canvas().FindAlphas(until);
     return hasMore;
 }

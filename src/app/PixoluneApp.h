@@ -6,11 +6,13 @@
 #include "model/PixoluneDoc.h"
 #include "platform/Services.h"
 #include "platform/clipboard/Clipboard.h"
+#include "platform/memory/MemoryReserve.h"
 #include "platform/settings/Settings.h"
 #include "platform/ui/UserInterface.h"
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -31,7 +33,8 @@ public:
     /// A document read from a file; none when it cannot be loaded
     /// (the user has been told).
     CPixoluneDoc* OpenDocument(const std::filesystem::path& path);
-    /// A document from a canvas that was saved out of a damaged file: modified, and without a file of its own.
+    /// A document from a canvas that was saved out of a damaged file: modified, and without a file of its
+    /// own.
     CPixoluneDoc* AdoptDocument(CObjectCanvas canvas, std::string title);
     /// A document that its journal at `path` has brought back; with a journal of its own the program goes on
     /// with that one.
@@ -45,6 +48,10 @@ public:
     bool KeepJournals(const std::filesystem::path& parent);
     /// The journals of this process; none when it keeps none.
     [[nodiscard]] CJournal* Journal() const { return m_journal.get(); }
+    /// Runs what the person at the program has asked for. When memory runs out in the middle, which small
+    /// requests do not see, it is given up where it is: giveUp puts back what only windows know of, the
+    /// person is told, and journals are written anew. False then.
+    bool RunWithinMemory(const std::function<void()>& run, const std::function<void()>& giveUp);
     /// Does for about `budget` what can wait: hands the journals over, makes histories smaller. False when
     /// there is nothing more to do.
     bool WorkWhileIdle(std::chrono::microseconds budget);
@@ -52,6 +59,7 @@ public:
 private:
     CPixoluneDoc* Add(std::unique_ptr<CPixoluneDoc> document);
 
+    CMemoryReserve m_reserve;
     CSettings m_settings;
     CObjectNameCounter m_names;
     AppServices m_services;

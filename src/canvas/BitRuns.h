@@ -16,21 +16,28 @@ inline constexpr uint64_t kAllBits = ~uint64_t{0};
     return (pixels + kBitsPerWord - 1) / kBitsPerWord;
 }
 
+/// Calls use(word, mask) for every word that holds some of the bits [left, right), which must not be empty.
+template <typename Use> void VisitWords(int left, int right, Use use)
+{
+    const auto last = static_cast<size_t>((right - 1) / kBitsPerWord);
+    uint64_t mask = kAllBits << (left % kBitsPerWord);
+    for (auto word = static_cast<size_t>(left / kBitsPerWord); word < last; ++word) {
+        use(word, mask);
+        mask = kAllBits;
+    }
+    use(last, mask & kAllBits >> (kBitsPerWord - 1 - (right - 1) % kBitsPerWord));
+}
+
 /// Clears the bits [left, right), which must not be empty.
 inline void ClearBits(std::span<uint64_t> words, int left, int right)
 {
-    const auto first = static_cast<size_t>(left / kBitsPerWord);
-    const auto last = static_cast<size_t>((right - 1) / kBitsPerWord);
-    const uint64_t from = kAllBits << (left % kBitsPerWord);
-    const uint64_t to = kAllBits >> (kBitsPerWord - 1 - (right - 1) % kBitsPerWord);
-    if (first == last) {
-        words[first] &= ~(from & to);
-        return;
-    }
-    words[first] &= ~from;
-    for (size_t word = first + 1; word < last; ++word)
-        words[word] = 0;
-    words[last] &= ~to;
+    VisitWords(left, right, [words](size_t word, uint64_t mask) { words[word] &= ~mask; });
+}
+
+/// Sets the bits [left, right), which must not be empty.
+inline void SetBits(std::span<uint64_t> words, int left, int right)
+{
+    VisitWords(left, right, [words](size_t word, uint64_t mask) { words[word] |= mask; });
 }
 
 /// Number of runs of set bits.

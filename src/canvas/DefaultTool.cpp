@@ -87,14 +87,11 @@ void CDefaultTool::Up(const MouseInput& /*input*/)
 
 bool CDefaultTool::DoubleClick(const MouseInput& input)
 {
-    CPixoluneDoc& document = View().Document();
-    const Ref<CPicObject> hit = TextAt(document.Canvas(), View().Geometry().ToDocument(input.client));
-    if (input.button != MouseButton::Left || !hit)
+    const Ref<CPicObject> hit =
+        TextAt(View().Document().Canvas(), View().Geometry().ToDocument(input.client));
+    if (input.button != MouseButton::Left || !hit || hit->locked)
         return false;
-    if (hit->locked)
-        Refuse(document, Str::ObjectsLocked);
-    else
-        View().AskForTextOf(hit);
+    View().AskForTextOf(hit);
     return true;
 }
 

@@ -59,15 +59,15 @@ bool CPencilTool::AddToLayer(const CCoverageMask& mask)
         return false;
     PlacedPicture& layer = m_layer->Picture();
     ::AddToLayer(ViewOf(layer.dib), layer.position, mask, m_paint.alpha);
-    View().SetFloating({&layer.dib, layer.position, Target()->transparency, Target().Get()});
-    View().InvalidateDocument(mask.Bounds());
+    View().Document().SetFloating({&layer.dib, layer.position, Target()->transparency, Target().Get()},
+                                  mask.Bounds());
     return true;
 }
 
 bool CPencilTool::FinishStroke()
 {
     if (m_layer) {
-        View().SetFloating({});
+        View().Document().SetFloating({}, {});
         const bool isJoined = JoinLayer();
         m_layer.reset();
         return isJoined;
@@ -97,13 +97,13 @@ bool CPencilTool::JoinLayer()
         return true;
     if (painted && JoinOntoObject(document, object, *painted, JoinRule::Over, PixelEditKind::PaintLine))
         return true;
-    View().InvalidateDocument(m_layer->Picture().Rectangle());
+    document.NotifyFrameChanged(m_layer->Picture().Rectangle());
     return false;
 }
 
 void CPencilTool::AbandonStroke()
 {
-    View().SetFloating({});
+    View().Document().SetFloating({}, {});
     if (m_inPlace)
         m_inPlace->Restore();
     m_layer.reset();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/PixelMatch.h"
 
+#include "platform/memory/Prefetch.h"
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "canvas/PixelMatch.cpp"
 #include <hwy/foreach_target.h>
@@ -26,7 +28,9 @@ int MatchVectors(D d, const uint8_t* pixels, int count, const PixelRange& range,
     const auto low = hn::BitCast(bytes, hn::Set(d, range.low));
     const auto high = hn::BitCast(bytes, hn::Set(d, range.high));
     const auto matches = [&](int at) {
-        const auto pixel = hn::LoadU(bytes, pixels + ptrdiff_t{at} * 4);
+        const uint8_t* const from = pixels + ptrdiff_t{at} * 4;
+        PrefetchBehind(from, hn::Lanes(bytes));
+        const auto pixel = hn::LoadU(bytes, from);
         const auto clamped = hn::Min(hn::Max(pixel, low), high);
         return hn::Eq(hn::BitCast(d, pixel), hn::BitCast(d, clamped));
     };

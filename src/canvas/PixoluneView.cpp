@@ -2,8 +2,6 @@
 #include "canvas/PixoluneView.h"
 
 #include "canvas/ToolFactory.h"
-#include "canvas/ViewPainting.h"
-#include "model/Compositing.h"
 
 CPixoluneView::CPixoluneView(CPixoluneDoc& document, IViewHost* host) : m_document(document), m_host(host)
 {
@@ -87,19 +85,19 @@ void CPixoluneView::TakeSelection(const Ref<CSelectionState>& selection)
 
 void CPixoluneView::SetSelection(CRegion region)
 {
-    InvalidateOverlay(OutlineInClient());
+    InvalidateOutline();
     m_selection->region = std::move(region);
     m_outline.Build(m_selection->region);
     m_outlineOffset = {};
-    InvalidateOverlay(OutlineInClient());
+    InvalidateOutline();
     TellToolState();
 }
 
 void CPixoluneView::SetOutlineOffset(Point offset)
 {
-    InvalidateOverlay(OutlineInClient());
+    InvalidateOutline();
     m_outlineOffset = offset;
-    InvalidateOverlay(OutlineInClient());
+    InvalidateOutline();
 }
 
 void CPixoluneView::AdvanceOutline()
@@ -107,14 +105,14 @@ void CPixoluneView::AdvanceOutline()
     if (m_outline.IsEmpty())
         return;
     m_outlinePhase = (m_outlinePhase + 1) % CSelectionOutline::kPeriod;
-    InvalidateOverlay(OutlineInClient());
+    InvalidateOutline();
 }
 
-Rect CPixoluneView::OutlineInClient() const
+void CPixoluneView::InvalidateOutline() const
 {
-    const CRegion& region = m_selection->region;
-    return region.IsEmpty() ? Rect()
-                            : m_geometry.Touched(region.Bounds()).Moved(m_outlineOffset.x, m_outlineOffset.y);
+    if (m_host == nullptr)
+        return;
+    m_outline.VisitCovered(m_geometry, m_outlineOffset, [this](const Rect& rect) { Invalidate(rect); });
 }
 
 Rect CPixoluneView::VisibleDocumentRect() const
@@ -130,13 +128,13 @@ Rect CPixoluneView::VisibleDocumentRect() const
 void CPixoluneView::Press(const MouseInput& input)
 {
     // A second button during a drag is not a new drag.
-    if (m_held != MouseButton::None)
+    if (m_drag.button != MouseButton::None)
         return;
     if (IsPlaying()) {
         SetPlaying(false);
         return;
     }
-    m_held = input.button;
+    m_drag = input;
     FollowPointer(input.client);
     CurrentTool().Down(input);
     TellToolState();
@@ -146,7 +144,9 @@ void CPixoluneView::Move(const MouseInput& input)
 {
     FollowPointer(input.client);
     MouseInput held = input;
-    held.button = m_held;
+    held.button = m_drag.button;
+    m_drag.client = input.client;
+    m_drag.shift = input.shift;
     CurrentTool().Move(held);
     const Point point = m_geometry.ToDocument(input.client);
     m_pointerText = Text(Str::PointerPosition, point.x, point.y);
@@ -157,9 +157,9 @@ void CPixoluneView::Move(const MouseInput& input)
 
 void CPixoluneView::Release(const MouseInput& input)
 {
-    if (m_held == MouseButton::None || input.button != m_held)
+    if (m_drag.button == MouseButton::None || input.button != m_drag.button)
         return;
-    m_held = MouseButton::None;
+    m_drag.button = MouseButton::None;
     FollowPointer(input.client);
     CurrentTool().Up(input);
     TellToolState();
@@ -175,11 +175,17 @@ bool CPixoluneView::DoubleClick(const MouseInput& input)
 
 bool CPixoluneView::CancelDrag()
 {
-    const bool wasBusy = m_held != MouseButton::None || CurrentTool().IsBusy();
-    m_held = MouseButton::None;
+    const bool wasBusy = IsBusy();
+    m_drag.button = MouseButton::None;
     CurrentTool().Cancel();
     TellToolState();
     return wasBusy;
+}
+
+void CPixoluneView::FinishDrag()
+{
+    // Ctrl may be down for the command's sake: whether the drag has it was settled by the press.
+    Release(MouseInput(m_drag));
 }
 
 void CPixoluneView::SetPointerInside(bool inside)
@@ -206,6 +212,10 @@ void CPixoluneView::TellToolState()
     if (m_host == nullptr)
         return;
     m_host->OnCursorChanged(Cursor());
+    if (IsBusy() != m_toldBusy) {
+        m_toldBusy = IsBusy();
+        m_host->OnBusyChanged();
+    }
     std::string text;
     std::optional<Rect> rect = CurrentTool().DraggedRect();
     if (!rect && !m_selection->region.IsEmpty())
@@ -219,9 +229,15 @@ void CPixoluneView::TellToolState()
     m_host->OnDraggedRectText(m_draggedRectText);
 }
 
+void CPixoluneView::SetSurroundings(const SurroundingColours& colours)
+{
+    m_surroundings = colours;
+    InvalidateAll();
+}
+
 void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
 {
-    PaintSurroundings(target, area, m_geometry);
+    PaintSurroundings(target, area, m_geometry, m_surroundings);
     const Rect image = m_geometry.ImageInClient();
     const Rect shown = image.Intersected(area);
     if (!shown.IsEmpty()) {
@@ -232,7 +248,8 @@ void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
             CompositeForDisplay(part, origin, m_playback->Shown(), m_geometry.zoom);
         } else {
             const Rect window = Rect::At({-image.left, -image.top}, m_geometry.client);
-            m_frameCache.Paint(part, origin, window, m_document.Canvas(), m_geometry.zoom, m_floating);
+            m_frameCache.Paint(part, origin, window, m_document.Canvas(), m_geometry.zoom,
+                               m_document.Floating());
         }
     }
     if (m_playback)
@@ -248,7 +265,7 @@ void CPixoluneView::SetPlaying(bool isPlaying)
         return;
     m_playback.reset();
     if (isPlaying) {
-        CancelDrag();
+        FinishDrag();
         m_playback.emplace(m_document.Canvas());
     }
     InvalidateAll();
@@ -272,14 +289,15 @@ void CPixoluneView::PaintFrames(const BitmapView& target, const Rect& area) cons
     }
 }
 
-void CPixoluneView::Invalidate(const Rect& client) const
+void CPixoluneView::InvalidateDocument(const Rect& documentRect) const
 {
+    const Rect client = m_geometry.Touched(documentRect);
     const Rect image = m_geometry.ImageInClient();
     m_frameCache.Drop(client.Moved(-image.left, -image.top));
-    InvalidateOverlay(client);
+    Invalidate(client);
 }
 
-void CPixoluneView::InvalidateOverlay(const Rect& client) const
+void CPixoluneView::Invalidate(const Rect& client) const
 {
     const Rect shown = client.Intersected(Rect::At({0, 0}, m_geometry.client));
     if (m_host != nullptr && !shown.IsEmpty())
@@ -308,14 +326,14 @@ void CPixoluneView::InvalidateAll() const
 void CPixoluneView::AskForText(Point documentPoint)
 {
     // The window's dialog takes over: nothing is held any more.
-    m_held = MouseButton::None;
+    m_drag.button = MouseButton::None;
     if (m_host != nullptr)
         m_host->OnTextPoint(documentPoint);
 }
 
 void CPixoluneView::AskForTextOf(const Ref<CPicObject>& object)
 {
-    m_held = MouseButton::None;
+    m_drag.button = MouseButton::None;
     if (m_host != nullptr)
         m_host->OnTextObject(object);
 }
@@ -327,9 +345,15 @@ void CPixoluneView::OnFrameChanged(const Rect& rect)
         InvalidateDocument(rect);
 }
 
+void CPixoluneView::OnFloatingChanged(const Rect& rect)
+{
+    if (!rect.IsEmpty())
+        InvalidateDocument(rect);
+}
+
 void CPixoluneView::OnObjectSelectionChanged()
 {
-    InvalidateAll();
+    InvalidateAll(); // only the frames around objects
 }
 
 void CPixoluneView::OnCanvasSizeChanged()

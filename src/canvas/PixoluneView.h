@@ -8,7 +8,7 @@
 #include "canvas/Tool.h"
 #include "canvas/ToolMode.h"
 #include "canvas/ViewGeometry.h"
-#include "model/Compositing.h"
+#include "canvas/ViewPainting.h"
 #include "model/PixoluneDoc.h"
 #include "platform/paint/PaintText.h"
 
@@ -30,6 +30,8 @@ public:
     /// DraggedRectText changed.
     virtual void OnDraggedRectText(const std::string& /*text*/) {}
     virtual void OnToolModeChanged() {}
+    /// IsBusy changed.
+    virtual void OnBusyChanged() {}
     /// The text tool was clicked inside the document: the window asks for a text to stand there.
     virtual void OnTextPoint(Point /*documentPoint*/) {}
     /// The text of an object was double-clicked: the window asks for another one.
@@ -95,8 +97,13 @@ public:
     /// The second press of a double click; true when the tool used it as such.
     bool DoubleClick(const MouseInput& input);
     bool Key(ToolKey key) { return CurrentTool().Key(key); }
-    /// Gives up an unfinished drag; true when there was one.
+    /// Gives up an unfinished drag or shape; true when there was one.
     bool CancelDrag();
+    /// Lets the button of a drag go where the pointer is, since a command is about to run. What several
+    /// clicks draw goes on.
+    void FinishDrag();
+    /// Whether CancelDrag would give something up.
+    [[nodiscard]] bool IsBusy() const { return m_drag.button != MouseButton::None || CurrentTool().IsBusy(); }
     /// The pointer came into the window, or left it. Tools show something around it only inside.
     void SetPointerInside(bool inside);
     [[nodiscard]] bool IsPointerInside() const { return m_pointerInside; }
@@ -118,12 +125,16 @@ public:
     void StepPlayback();
 
     // Painting
+    /// The colours of the space around the picture, which are those of the desktop.
+    void SetSurroundings(const SurroundingColours& colours);
     /// Paints the client rectangle `area` into `target`, which has its size; every pixel is set, alpha 255.
     void Paint(const BitmapView& target, const Rect& area) const;
+    /// What is painted over the objects has changed in a client rectangle.
     void Invalidate(const Rect& client) const;
     /// Frees what is kept of the last painting: the window is out of sight.
     void ForgetPainting() { m_frameCache = {}; }
-    void InvalidateDocument(const Rect& documentRect) const { Invalidate(m_geometry.Touched(documentRect)); }
+    /// What the objects show has changed in a rectangle of the document.
+    void InvalidateDocument(const Rect& documentRect) const;
     /// Only the edges of a client rectangle, and so many pixels on both sides of them.
     void InvalidateFrame(const Rect& client, int reach) const;
     void InvalidateAll() const;
@@ -132,10 +143,9 @@ public:
     void AskForTextOf(const Ref<CPicObject>& object);
     /// How the last text was written here, for the next one.
     [[nodiscard]] TextStyle& LastTextStyle() { return m_lastTextStyle; }
-    /// A picture that a tool shows above an object while it works. The tool keeps it alive.
-    void SetFloating(const FloatingImage& floating) { m_floating = floating; }
 
     void OnFrameChanged(const Rect& rect) override;
+    void OnFloatingChanged(const Rect& rect) override;
     void OnObjectsChanged() override { SetPlaying(false); }
     void OnObjectSelectionChanged() override;
     void OnCanvasSizeChanged() override;
@@ -146,26 +156,24 @@ private:
     void InvalidatePointerArea() const { Invalidate(CurrentTool().PointerArea()); }
     /// Tells the window how the current tool looks now: its cursor, and what it drags.
     void TellToolState();
-    /// Client pixels that the outline covers where it is shown.
-    [[nodiscard]] Rect OutlineInClient() const;
+    void InvalidateOutline() const;
     void PaintFrames(const BitmapView& target, const Rect& area) const;
-    /// The same as Invalidate where the objects have not changed, only what is painted over them.
-    void InvalidateOverlay(const Rect& client) const;
 
     CPixoluneDoc& m_document;
     IViewHost* m_host;
     ViewGeometry m_geometry;
     ToolMode m_mode = ToolMode::Default;
     std::array<std::unique_ptr<CTool>, kToolModeCount> m_tools;
-    MouseButton m_held = MouseButton::None;
+    MouseInput m_drag; ///< the last message of a drag; without one no button
     Point m_pointer;
     bool m_pointerInside = false;
+    bool m_toldBusy = false; ///< what the window was told last of IsBusy
     std::string m_pointerText;
     std::string m_draggedRectText;
-    FloatingImage m_floating;
     std::optional<CAnimationPlayback> m_playback; ///< while the animation plays
     TextStyle m_lastTextStyle;
     Ref<CSelectionState> m_selection = MakeShared<CSelectionState>();
+    SurroundingColours m_surroundings;
     CSelectionOutline m_outline;
     Point m_outlineOffset;
     int m_outlinePhase = 0;

@@ -98,7 +98,8 @@ void CPolygonTool::InvalidateBand() const
     for (const Point& point : m_points)
         touched = touched.United(Rect::At(point, {1, 1}));
     const int reach = View().Document().Services().settings.Get(Setting::PaintShapeWidth) / 2 + 1;
-    View().InvalidateDocument(touched.United(Rect::At(m_pointer, {1, 1})).Inflated(reach));
+    const Rect band = touched.United(Rect::At(m_pointer, {1, 1})).Inflated(reach);
+    View().Invalidate(View().Geometry().Touched(band));
 }
 
 void CPolygonTool::PaintFeedback(const BitmapView& target, const Rect& area) const

@@ -2,12 +2,8 @@
 #include "canvas/SelectionOutline.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
-
-constexpr uint32_t kWhite = 0xFFFFFFFF;
-constexpr uint32_t kBlack = 0xFF000000;
 
 /// The rectangles that share the top of the first one.
 std::span<const Rect> BandAt(std::span<const Rect> rectangles, size_t first)
@@ -37,13 +33,12 @@ void VisitDifference(std::span<const Rect> spans, std::span<const Rect> others, 
     }
 }
 
-void PaintDash(uint8_t* at, int x, int y, int phase)
+/// Rows of the window whose pixels are found together.
+constexpr int kStripRows = 32;
+
+int StripsFor(int rows)
 {
-    constexpr unsigned kHalf = CSelectionOutline::kPeriod / 2;
-    // Unsigned, so that the pattern runs on through negative coordinates.
-    const unsigned along = static_cast<unsigned>(x) + static_cast<unsigned>(y) - static_cast<unsigned>(phase);
-    const uint32_t pixel = along % CSelectionOutline::kPeriod < kHalf ? kBlack : kWhite;
-    std::memcpy(at, &pixel, sizeof pixel);
+    return (rows + kStripRows - 1) / kStripRows;
 }
 
 } // namespace
@@ -52,6 +47,7 @@ void CSelectionOutline::Build(const CRegion& region)
 {
     m_edges.clear();
     m_bands.clear();
+    m_strips.clear();
     const std::span<const Rect> rectangles = region.Rectangles();
     std::span<const Rect> above;
     for (size_t first = 0; first < rectangles.size();) {
@@ -94,34 +90,63 @@ void CSelectionOutline::AddHorizontal(std::span<const Rect> above, std::span<con
     VisitDifference(above, below, [&](int from, int to) { m_edges.push_back({y, from, to, Side::Bottom}); });
 }
 
+void CSelectionOutline::Place(const ViewGeometry& geometry, Point offset) const
+{
+    const auto strips = static_cast<size_t>(StripsFor(std::max(0, geometry.client.height)));
+    if (m_strips.size() == strips && geometry == m_geometry && offset == m_offset)
+        return;
+    m_geometry = geometry;
+    m_offset = offset;
+    m_strips.assign(strips, {});
+}
+
+const COutlineBits& CSelectionOutline::Strip(size_t index) const
+{
+    COutlineBits& strip = m_strips[index];
+    if (!strip.Area().IsEmpty())
+        return strip;
+    const int first = static_cast<int>(index) * kStripRows;
+    const Rect area{0, first, m_geometry.client.width,
+                    std::min(first + kStripRows, m_geometry.client.height)};
+    strip = COutlineBits(area);
+    // Rounding may show an edge a pixel away.
+    const Rect seen = area.Moved(-m_offset.x, -m_offset.y).Inflated(2);
+    const int top = AddClamped(m_geometry.ToDocument(Point{0, seen.top}).y, -1);
+    const int bottom = AddClamped(m_geometry.ToDocument(Point{0, seen.bottom}).y, 1);
+    const Point corner = m_geometry.ToClient(Point{0, 0});
+    const int zoom = m_geometry.zoom;
+    const auto shown = [zoom](int64_t begin, int offset, int at) {
+        return begin + offset + (zoom >= 1 ? int64_t{at} * zoom : at / -zoom);
+    };
+    const auto columnOf = [&](int x) { return shown(corner.x, m_offset.x, x); };
+    const auto rowOf = [&](int y) { return shown(corner.y, m_offset.y, y); };
+    for (const Edge& edge : EdgesBetween(top, bottom)) {
+        const int inside = edge.side == Side::Bottom || edge.side == Side::Right ? -1 : 0;
+        if (edge.side == Side::Top || edge.side == Side::Bottom)
+            strip.AddRow(rowOf(edge.position) + inside, columnOf(edge.from), columnOf(edge.to));
+        else
+            strip.AddColumn(columnOf(edge.position) + inside, rowOf(edge.from), rowOf(edge.to));
+    }
+    return strip;
+}
+
 void CSelectionOutline::Paint(const BitmapView& target, const Rect& area, const ViewGeometry& geometry,
                               Point offset, int phase) const
 {
-    // Rounding may show an edge a pixel away.
-    const Rect seen = area.Moved(-offset.x, -offset.y).Inflated(2);
-    const int top = AddClamped(geometry.ToDocument(Point{0, seen.top}).y, -1);
-    const int bottom = AddClamped(geometry.ToDocument(Point{0, seen.bottom}).y, 1);
-    for (const Edge& edge : EdgesBetween(top, bottom)) {
-        const bool horizontal = edge.side == Side::Top || edge.side == Side::Bottom;
-        const Point from =
-            geometry.ToClient(horizontal ? Point{edge.from, edge.position} : Point{edge.position, edge.from});
-        const Point to =
-            geometry.ToClient(horizontal ? Point{edge.to, edge.position} : Point{edge.position, edge.to});
-        const int inside = edge.side == Side::Bottom || edge.side == Side::Right ? -1 : 0;
-        if (horizontal) {
-            const int y = AddClamped(from.y, offset.y + inside);
-            if (y < area.top || y >= area.bottom)
-                continue;
-            const int end = std::min(AddClamped(to.x, offset.x), area.right);
-            for (int x = std::max(AddClamped(from.x, offset.x), area.left); x < end; ++x)
-                PaintDash(target.Row(y - area.top) + ptrdiff_t{x - area.left} * 4, x, y, phase);
-        } else {
-            const int x = AddClamped(from.x, offset.x + inside);
-            if (x < area.left || x >= area.right)
-                continue;
-            const int end = std::min(AddClamped(to.y, offset.y), area.bottom);
-            for (int y = std::max(AddClamped(from.y, offset.y), area.top); y < end; ++y)
-                PaintDash(target.Row(y - area.top) + ptrdiff_t{x - area.left} * 4, x, y, phase);
-        }
-    }
+    const Rect shown = area.Intersected(Rect::At({0, 0}, geometry.client));
+    if (IsEmpty() || shown.IsEmpty())
+        return;
+    Place(geometry, offset);
+    for (int strip = shown.top / kStripRows; strip < StripsFor(shown.bottom); ++strip)
+        Strip(static_cast<size_t>(strip)).Paint(target, area, phase);
+}
+
+void CSelectionOutline::VisitCovered(const ViewGeometry& geometry, Point offset,
+                                     const std::function<void(const Rect&)>& visit) const
+{
+    if (IsEmpty())
+        return;
+    Place(geometry, offset);
+    for (size_t strip = 0; strip < m_strips.size(); ++strip)
+        Strip(strip).VisitCovered(visit);
 }

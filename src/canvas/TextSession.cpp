@@ -105,8 +105,9 @@ void CTextSession::ShowAboveObjects()
 {
     if (m_painted.outcome != TextOutcome::Painted)
         return;
-    m_view.SetFloating({&m_painted.dib, Covered().Corner(), TextTransparency(m_view.Document()), nullptr});
-    m_view.InvalidateDocument(Covered());
+    CPixoluneDoc& document = m_view.Document();
+    document.SetFloating({&m_painted.dib, Covered().Corner(), TextTransparency(document), nullptr},
+                         Covered());
 }
 
 void CTextSession::ShowInObject()
@@ -125,8 +126,7 @@ void CTextSession::ShowInObject()
 void CTextSession::TakeAway()
 {
     if (!m_object) {
-        m_view.SetFloating({});
-        m_view.InvalidateDocument(Covered());
+        m_view.Document().SetFloating({}, Covered());
     } else if (!m_entryPicture.IsEmpty()) {
         CPixoluneDoc& document = m_view.Document();
         const Rect before = m_object->Rectangle();
@@ -163,9 +163,9 @@ void CTextSession::Accept(const TextStyle& style)
     CPixoluneDoc& document = m_view.Document();
     if (!m_object) {
         const Point corner = Covered().Corner();
+        document.SetFloating({}, {});
         CPackedDib dib = std::move(m_painted.dib);
         m_painted = {};
-        m_view.SetFloating({});
         AddObject(document, ObjectListKind::AddText, std::move(dib), corner, TextTransparency(document));
     } else if (style == m_initial && m_object->transparency == m_entry.transparency) {
         TakeAway();

@@ -9,3 +9,12 @@ void CTextTool::Down(const MouseInput& input)
     if (input.button == MouseButton::Left && View().Document().Canvas().Rectangle().Contains(point))
         View().AskForText(point);
 }
+
+bool CTextTool::Key(ToolKey key)
+{
+    const Rect seen = View().VisibleDocumentRect();
+    if (key != ToolKey::Enter || seen.IsEmpty())
+        return false;
+    View().AskForText({seen.left + seen.Width() / 2, seen.top + seen.Height() / 2});
+    return true;
+}

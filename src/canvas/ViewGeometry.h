@@ -57,4 +57,6 @@ struct ViewGeometry {
     [[nodiscard]] Rect ToClient(const Rect& documentRect) const;
     /// Client pixels that a change inside the document rectangle may touch.
     [[nodiscard]] Rect Touched(const Rect& documentRect) const { return ToClient(documentRect).Inflated(2); }
+
+    friend bool operator==(const ViewGeometry&, const ViewGeometry&) = default;
 };

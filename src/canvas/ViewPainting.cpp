@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr uint32_t kWindow = 0xFFF0F0F0;
-constexpr uint32_t kBorderLight = 0xFFE3E3E3;
-constexpr uint32_t kBorderDark = 0xFFA0A0A0;
 constexpr uint32_t kWhite = 0xFFFFFFFF;
 constexpr uint32_t kBlack = 0xFF000000;
 constexpr Rgb kSquareA{255, 255, 255};
@@ -48,21 +45,22 @@ uint32_t DashAt(int along)
 
 } // namespace
 
-void PaintSurroundings(const BitmapView& target, const Rect& area, const ViewGeometry& geometry)
+void PaintSurroundings(const BitmapView& target, const Rect& area, const ViewGeometry& geometry,
+                       const SurroundingColours& colours)
 {
     const Rect image = geometry.ImageInClient();
     const Rect inner = image.Intersected(area);
     // Only the space around the image: what lies inside is painted over anyway.
     if (inner.IsEmpty()) {
-        FillRect(target, area, area, kWindow);
+        FillRect(target, area, area, colours.window);
     } else {
-        FillRect(target, area, {area.left, area.top, area.right, inner.top}, kWindow);
-        FillRect(target, area, {area.left, inner.bottom, area.right, area.bottom}, kWindow);
-        FillRect(target, area, {area.left, inner.top, inner.left, inner.bottom}, kWindow);
-        FillRect(target, area, {inner.right, inner.top, area.right, inner.bottom}, kWindow);
+        FillRect(target, area, {area.left, area.top, area.right, inner.top}, colours.window);
+        FillRect(target, area, {area.left, inner.bottom, area.right, area.bottom}, colours.window);
+        FillRect(target, area, {area.left, inner.top, inner.left, inner.bottom}, colours.window);
+        FillRect(target, area, {inner.right, inner.top, area.right, inner.bottom}, colours.window);
     }
-    OutlineRect(target, area, image.Inflated(2), kBorderLight);
-    OutlineRect(target, area, image.Inflated(1), kBorderDark);
+    OutlineRect(target, area, image.Inflated(2), colours.border);
+    OutlineRect(target, area, image.Inflated(1), colours.edge);
 }
 
 void PaintBackdrop(const BitmapView& target, Point origin)

@@ -15,6 +15,8 @@ public:
     [[nodiscard]] bool AskYesNo(const std::string& question) override;
     void SetStatusText(const std::string& /*text*/) override {}
     void SetPosition(int /*percent*/) override {}
+    /// The settings decide; what there is to know is kept.
+    [[nodiscard]] bool ChooseLayeredFile(LayeredFileChoice& choice) override;
 
     /// How the following questions are answered.
     void SetAnswer(bool isYes) { m_answer = isYes; }
@@ -26,10 +28,14 @@ public:
     /// The last one kept since the last call.
     [[nodiscard]] std::string TakeMessage() { return std::exchange(m_kept, {}); }
 
+    /// What there is to know about how a file was opened since the last call; empty for nothing.
+    [[nodiscard]] std::string TakeNote() { return std::exchange(m_note, {}); }
+
 private:
     std::ostream& m_output;
     bool m_answer = true;
     int m_messageCount = 0;
     bool m_keepsMessages = false;
     std::string m_kept;
+    std::string m_note;
 };

@@ -67,12 +67,15 @@ template <typename Visit> int VisitFiles(CSession& session, std::span<const std:
 int PrintInformation(CSession& session, std::span<const std::string> files)
 {
     return VisitFiles(session, files, [&](const std::string& file, const CPixoluneDoc* document) {
+        const std::string note = session.Ui().TakeNote();
         if (document == nullptr)
             return;
         const CObjectCanvas& canvas = document->Canvas();
         session.Output() << "file " << Quoted(file) << '\n'
                          << "format " << Quoted(FormatName(file)) << '\n'
                          << CanvasLine(canvas) << '\n';
+        if (!note.empty())
+            session.Output() << "note " << Quoted(note) << '\n';
         for (size_t index = 0; index < canvas.objects.Count(); ++index)
             session.Output() << ObjectLine(index, *canvas.objects.At(index)) << '\n';
     });
@@ -84,6 +87,8 @@ int PrintInformationAsJson(CSession& session, std::span<const std::string> files
     session.Ui().KeepMessages();
     const int status = VisitFiles(session, files, [&](const std::string& file, const CPixoluneDoc* document) {
         Json described{{"file", file}, {"format", FormatName(file)}};
+        if (std::string note = session.Ui().TakeNote(); !note.empty())
+            described["note"] = std::move(note);
         if (document != nullptr)
             described.update(DescribeCanvas(document->Canvas()));
         else

@@ -4,7 +4,9 @@
 #include "cli/Quoting.h"
 #include "cli/Script.h"
 #include "cli/Statements.h"
+#include "platform/strings/Strings.h"
 
+#include <functional>
 #include <string_view>
 
 namespace {
@@ -22,6 +24,18 @@ public:
     /// The exit status of one line alone.
     int RunLine(std::string_view text)
     {
+        int status = kRefusedOrFailed;
+        const auto run = [&] { status = Interpret(text); };
+        const auto giveUp = [&] {
+            if (m_session.HasDocument())
+                m_session.View().CancelDrag();
+        };
+        return m_session.App().RunWithinMemory(std::ref(run), giveUp) ? status : kRefusedOrFailed;
+    }
+
+private:
+    int Interpret(std::string_view text)
+    {
         ++m_number;
         const ScriptLine line = ParseScriptLine(text);
         if (!line.error.empty())
@@ -36,7 +50,6 @@ public:
         return RunStatement(*row, line);
     }
 
-private:
     int RunStatement(const StatementRow& row, const ScriptLine& line)
     {
         CArguments arguments(std::span(line.words).subspan(WordCount(row)));
@@ -99,5 +112,8 @@ int RunScript(CSession& session, std::istream& script, const ScriptOptions& opti
         if (status != kAllDone && !options.keepGoing)
             break;
     }
-    return status;
+    // Streams do not say why they end.
+    if (script.bad())
+        session.Ui().ShowMessage(std::string(Text(Str::OutOfMemory)));
+    return script.bad() ? kRefusedOrFailed : status;
 }

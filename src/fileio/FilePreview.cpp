@@ -3,6 +3,7 @@
 
 #include "fileio/AnimationFrames.h"
 #include "fileio/QuietServices.h"
+#include "fileio/StoredDepth.h"
 #include "model/Compositing.h"
 #include "platform/codec/AlphaBytes.h"
 #include "platform/transform/Scale.h"
@@ -70,8 +71,7 @@ bool CPreviewCollector::Take(const CPackedDib& picture)
     CPackedDib reduced = ReducedToBox(picture, m_box);
     if (reduced.IsEmpty())
         return false;
-    if (m_preview.depth != 32)
-        m_preview.depth = IsOpaque(picture) ? 24 : 32;
+    m_preview.isOpaque = m_preview.isOpaque && IsOpaque(picture);
     m_preview.pictures.push_back(std::move(reduced));
     m_preview.parts = m_preview.pictures.size();
     m_pixels += int64_t{picture.Width()} * picture.Height();
@@ -95,6 +95,7 @@ FilePreview ReadFilePreview(const std::filesystem::path& path, Size box, std::st
         preview.failure = PreviewFailure::TooLong;
         return preview;
     }
+    preview.depth = StoredDepth(*preview.format, path);
     CPreviewCollector collector(preview, box, std::move(stop));
     const bool isRead = preview.format->preview != nullptr ? preview.format->preview(collector, path)
                                                            : PreviewWhole(collector, path, *preview.format);

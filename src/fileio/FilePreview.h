@@ -2,18 +2,12 @@
 #pragma once
 
 #include "fileio/FormatTable.h"
+#include "platform/Limits.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <stop_token>
 #include <vector>
-
-/// Longest file that is read for a preview. Of videos only the beginning is read, whatever their length.
-inline constexpr int64_t kMostPreviewBytes = int64_t{256} << 20;
-
-/// How much of an animation is read for a preview.
-inline constexpr size_t kMostPreviewFrames = 150;
-inline constexpr int64_t kMostPreviewPixels = int64_t{1} << 26;
 
 enum class PreviewFailure { None, UnknownFormat, TooLong, Unreadable };
 
@@ -23,7 +17,8 @@ struct FilePreview {
     const FormatRow* format = nullptr;
     uint64_t fileBytes = 0;
     Size size;
-    int depth = 0;           ///< 24, or 32 where something is transparent
+    int depth = 0; ///< bits a pixel in the file; 0: it does not say
+    bool isOpaque = true;
     size_t parts = 0;        ///< objects, frames or images, as the format calls them
     bool hasMore = false;    ///< frames behind those that were read
     uint16_t frameDelay = 0; ///< hundredths of a second

@@ -47,13 +47,14 @@ bool WriteStep(CGifWriter& writer, const CGifSteps& steps, size_t index, Colouri
     CPackedDib mask = outOfMemory ? CPackedDib() : TakeTransparency(picture, outOfMemory);
     if (outOfMemory)
         return false;
-    const bool isTransparent = !mask.IsEmpty();
+    const GifStep& step = steps.Steps()[index];
+    // Some programs clear the place of a frame to the background colour if nothing of it is transparent.
+    const bool isTransparent = !mask.IsEmpty() || step.disposal == kFrameIsCleared;
     const CPackedDib indexed =
         colouring.shared ? colouring.shared->Apply(picture)
                          : ReduceColorQuantity(picture, 8, kMostColours - (isTransparent ? 1 : 0), nullptr);
     if (indexed.IsEmpty())
         return false;
-    const GifStep& step = steps.Steps()[index];
     const auto colours = static_cast<uint32_t>(indexed.ColourTable().size());
     GifFrameOptions options;
     options.position = {step.rect.left, step.rect.top};

@@ -97,19 +97,20 @@ std::optional<size_t> DecodeGifLzw(std::span<const uint8_t> codes, int minimumCo
     uint8_t* const outEnd = indices + wanted;
     uint32_t code = 0;
     while (out < outEnd && reader.Read(width, code) && code != end) {
-        if (code == clear) {
+        // Behind a clear code stands a pixel, whatever code below the next free one that is.
+        const bool isFirst = previous.length == 0;
+        if (code == clear && !(isFirst && wasCleared)) {
             width = firstWidth;
             next = clear + 2;
             previous = {};
             wasCleared = true;
             continue;
         }
-        if (previous.length == 0) {
-            if (code >= clear) {
-                if (wasCleared)
-                    return std::nullopt;
+        if (isFirst) {
+            if (code >= next && wasCleared)
+                return std::nullopt;
+            if (code >= next)
                 break;
-            }
             *out = static_cast<uint8_t>(code);
             previous = {out++, 1};
             continue;

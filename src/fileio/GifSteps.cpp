@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr uint8_t kStays = 1;
-constexpr uint8_t kIsCleared = 2;
 constexpr uint32_t kAlphaMask = 0xFF000000;
 
 uint32_t PixelAt(const uint8_t* row, int x)
@@ -67,7 +65,7 @@ CPackedDib CGifSteps::HardFrame(size_t index) const
 
 CPackedDib CGifSteps::Disposed(CPackedDib frame, const GifStep& step)
 {
-    if (step.disposal == kIsCleared) {
+    if (step.disposal == kFrameIsCleared) {
         for (int y = step.rect.top; y < step.rect.bottom; ++y)
             std::memset(frame.Row(y) + ptrdiff_t{step.rect.left} * 4, 0,
                         static_cast<size_t>(step.rect.Width()) * 4);
@@ -87,25 +85,25 @@ bool CGifSteps::Plan()
         m_hasClearPixels = m_hasClearPixels || !IsOpaque(frame);
         if (index == 0) {
             beginsClear = m_hasClearPixels;
-            m_steps.push_back({whole, kStays});
+            m_steps.push_back({whole, kFrameStays});
         } else {
             GifStep& last = m_steps.back();
             const Rect vanished = BoundsWhere(before, frame, [](uint32_t a, uint32_t b) {
                 return (a & kAlphaMask) != 0 && (b & kAlphaMask) == 0;
             });
             if (!vanished.IsEmpty()) {
-                last.disposal = kIsCleared;
+                last.disposal = kFrameIsCleared;
                 last.rect = last.rect.United(vanished);
             }
             const Rect changed = ChangedBounds(Disposed(std::move(before), last), frame);
             // A frame that changes nothing takes its time all the same.
-            m_steps.push_back({changed.IsEmpty() ? Rect{0, 0, 1, 1} : changed, kStays});
+            m_steps.push_back({changed.IsEmpty() ? Rect{0, 0, 1, 1} : changed, kFrameStays});
         }
         before = std::move(frame);
     }
     // When the animation begins anew nothing of its end may show through.
     if (beginsClear && m_steps.size() > 1)
-        m_steps.back() = {whole, kIsCleared};
+        m_steps.back() = {whole, kFrameIsCleared};
     return !m_steps.empty();
 }
 

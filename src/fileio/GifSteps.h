@@ -6,11 +6,15 @@
 #include <cstdint>
 #include <vector>
 
+/// What becomes of a frame's rectangle before the next frame.
+inline constexpr uint8_t kFrameStays = 1;
+inline constexpr uint8_t kFrameIsCleared = 2; ///< the only way to clear pixels
+
 /// How one frame of an animation is stored: only the rectangle that differs from what is on the screen by
 /// then, and what becomes of that rectangle afterwards.
 struct GifStep {
     Rect rect;
-    uint8_t disposal = 1; ///< 1: stays; 2: is cleared, which is the only way to clear pixels
+    uint8_t disposal = kFrameStays;
 };
 
 /// The frames of an animation as GIF can show them, every pixel opaque or clear: alpha from 128 on is opaque.

@@ -84,6 +84,9 @@ CPackedDib UnpackPixels(std::span<const uint8_t>& packed, uint32_t width, uint32
     if (!isKnownDepth || uint64_t{width} * height > static_cast<uint64_t>(kMaxPicturePixels) ||
         width > INT32_MAX || height > INT32_MAX)
         return {};
+    // Rows without pixels take no bytes, so the file's size would not bound their number.
+    if (width == 0)
+        return CPackedDib::Create(0, static_cast<int>(height), static_cast<int>(bitCount));
     Channels channels;
     std::span<const uint8_t> rest = packed;
     for (size_t channel = 0; channel < bitCount / 8; ++channel) {

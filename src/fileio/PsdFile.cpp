@@ -10,7 +10,13 @@
 namespace {
 
 constexpr uint8_t kHiddenFlag = 2;
+constexpr uint32_t kNormalBlending = 0x6E6F726D;     // "norm"
+constexpr uint32_t kGroupPassesThrough = 0x70617373; // "pass"
 constexpr uint8_t kMaskDisabledFlag = 2;
+/// Tagged blocks of effects, of masks made of paths, and of layers that change what lies below them.
+constexpr std::array<std::string_view, 24> kKeysBeyondObjects = {
+    "lfx2", "lrFX", "lmfx", "vmsk", "vsms", "SoCo", "GdFl", "PtFl", "brit", "levl", "curv", "expA",
+    "vibA", "hue ", "hue2", "blnc", "blwh", "phfl", "mixr", "clrL", "nvrt", "post", "thrs", "grdm"};
 constexpr uint8_t kMaskInvertedFlag = 4;
 
 /// A section that begins with its length.
@@ -141,6 +147,8 @@ bool ReadExtraData(CByteReader extra, PsdLayer& layer)
             static_cast<void>(ReadUnicodeName(block, layer.name));
         if ((key == "lsct" || key == "lsdk") && block.ReadBigU32(divider) && divider != 0)
             layer.kind = divider == 3 ? PsdLayerKind::GroupBottom : PsdLayerKind::GroupTop;
+        if (std::ranges::find(kKeysBeyondObjects, key) != kKeysBeyondObjects.end())
+            layer.isSimple = false;
     });
     return true;
 }
@@ -160,9 +168,12 @@ bool ReadLayerRecord(CByteReader& reader, PsdLayer& layer, std::vector<uint32_t>
         layer.channels.push_back({number, {}});
         lengths.push_back(length);
     }
-    if (!reader.Skip(4 + 4) || !reader.ReadU8(layer.opacity) || !reader.Skip(1) || !reader.ReadU8(flags) ||
-        !reader.Skip(1) || !ReadSection(reader, extra))
+    uint32_t blending = 0;
+    uint8_t clipping = 0;
+    if (!reader.Skip(4) || !reader.ReadBigU32(blending) || !reader.ReadU8(layer.opacity) ||
+        !reader.ReadU8(clipping) || !reader.ReadU8(flags) || !reader.Skip(1) || !ReadSection(reader, extra))
         return false;
+    layer.isSimple = (blending == kNormalBlending || blending == kGroupPassesThrough) && clipping == 0;
     layer.isVisible = (flags & kHiddenFlag) == 0;
     return ReadExtraData(extra, layer);
 }
@@ -242,6 +253,12 @@ std::optional<PsdFile> ParsePsdFile(std::span<const uint8_t> bytes)
         return std::nullopt;
     file.merged = CByteReader(reader.Rest());
     return file;
+}
+
+bool HasSimpleLayers(const PsdFile& file)
+{
+    return std::ranges::all_of(file.layers,
+                               [](const PsdLayer& layer) { return layer.isSimple || !layer.isVisible; });
 }
 
 size_t CountPsdPictures(const PsdFile& file)

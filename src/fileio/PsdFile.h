@@ -52,6 +52,7 @@ struct PsdLayer {
     uint8_t opacity = 255;
     bool isVisible = true;
     PsdLayerKind kind = PsdLayerKind::Pixels;
+    bool isSimple = true; ///< blended normally with all below it, without effects, and no adjustment of it
     std::optional<PsdMask> mask;
     std::string name; ///< UTF-8
 };
@@ -68,6 +69,9 @@ struct PsdFile {
 /// modes above, 8 or 16 bits a sample, or 1 in a bitmap.
 /// Source: Adobe Photoshop File Formats Specification.
 [[nodiscard]] std::optional<PsdFile> ParsePsdFile(std::span<const uint8_t> bytes);
+
+/// Whether what is seen of the layers needs no more than pictures with an opacity, one over the other.
+[[nodiscard]] bool HasSimpleLayers(const PsdFile& file);
 
 /// Layers with pixels: no group marks, no empty ones.
 [[nodiscard]] size_t CountPsdPictures(const PsdFile& file);

@@ -7,7 +7,8 @@
 #include <span>
 #include <vector>
 
-/// Samples of one channel as 8 bits, the top row first; empty when it is absent.
+/// Samples of one channel as 8 bits, the top row first, and the slack of the row code; empty when it is
+/// absent.
 using PsdPlane = CHeapBlock;
 
 /// Unpacks `count` planes of width x height samples that are stored together: a compression word, for the row

@@ -4,9 +4,11 @@
 #include "fileio/LoadedPicture.h"
 #include "fileio/PsdPixels.h"
 #include "fileio/SinglePicture.h"
+#include "platform/parallel/RowBands.h"
 #include "platform/settings/Settings.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace {
 
@@ -37,27 +39,37 @@ PsdPlane ReadChannel(const PsdHeader& header, const PsdChannel& channel, Size si
 
 CPackedDib ReadLayerPicture(const PsdHeader& header, const PsdLayer& layer)
 {
-    const int colours = PsdColourChannels(header.mode);
-    const Size size{layer.rect.Width(), layer.rect.Height()};
-    std::vector<PsdPlane> planes(static_cast<size_t>(colours) + 1);
-    PsdPlane mask;
+    // The colours of the mode, alpha, the mask; of several channels of one number the last one counts.
+    const auto alphaPlane = static_cast<size_t>(PsdColourChannels(header.mode));
+    const size_t maskPlane = alphaPlane + 1;
+    std::vector<const PsdChannel*> channels(maskPlane + 1);
     for (const PsdChannel& channel : layer.channels) {
-        const bool isAlpha = channel.number == kPsdAlphaChannel;
-        if (isAlpha || (channel.number >= 0 && channel.number < colours)) {
-            PsdPlane& plane = planes[static_cast<size_t>(isAlpha ? colours : channel.number)];
-            plane = ReadChannel(header, channel, size);
-            if (plane.IsEmpty())
-                return {};
-        } else if (channel.number == kPsdMaskChannel && layer.mask && !layer.mask->rect.IsEmpty()) {
-            mask = ReadChannel(header, channel, {layer.mask->rect.Width(), layer.mask->rect.Height()});
-            if (mask.IsEmpty())
-                return {};
-        }
+        if (channel.number == kPsdAlphaChannel)
+            channels[alphaPlane] = &channel;
+        else if (channel.number == kPsdMaskChannel && layer.mask && !layer.mask->rect.IsEmpty())
+            channels[maskPlane] = &channel;
+        else if (channel.number >= 0 && static_cast<size_t>(channel.number) < alphaPlane)
+            channels[static_cast<size_t>(channel.number)] = &channel;
     }
-    CPackedDib dib = ComposePsdPicture(header, planes, size.width, size.height);
+    std::vector<PsdPlane> planes(channels.size());
+    std::atomic<bool> isWhole = true;
+    ForRowBands(static_cast<int>(channels.size()), 1, [&](int begin, int end) {
+        for (auto index = static_cast<size_t>(begin); index < static_cast<size_t>(end); ++index) {
+            if (channels[index] == nullptr)
+                continue;
+            const Rect& rect = index == maskPlane ? layer.mask->rect : layer.rect;
+            planes[index] = ReadChannel(header, *channels[index], {rect.Width(), rect.Height()});
+            if (planes[index].IsEmpty())
+                isWhole = false;
+        }
+    });
+    if (!isWhole)
+        return {};
+    CPackedDib dib = ComposePsdPicture(header, std::span(planes).first(maskPlane), layer.rect.Width(),
+                                       layer.rect.Height());
     const bool isMasked = layer.mask && !layer.mask->isDisabled;
-    if (!dib.IsEmpty() && isMasked && (!mask.IsEmpty() || layer.mask->rect.IsEmpty()))
-        ApplyMask(dib, layer, mask);
+    if (!dib.IsEmpty() && isMasked && (!planes[maskPlane].IsEmpty() || layer.mask->rect.IsEmpty()))
+        ApplyMask(dib, layer, planes[maskPlane]);
     return dib;
 }
 
@@ -87,11 +99,11 @@ void ApplyGroup(CObjectCanvas& canvas, size_t firstObject, const PsdLayer& group
 }
 
 /// Asks, if the settings want it, and says whether the layers become one picture.
-bool WantsOnePicture(AppServices& services)
+bool WantsOnePicture(const PsdFile& file, AppServices& services)
 {
     CSettings& settings = services.settings;
     if (settings.IsOn(Setting::ShowPSDOpenFashionTip)) {
-        LayeredFileChoice choice{settings.Get(Setting::PSDOpenFashion) == 1, true};
+        LayeredFileChoice choice{settings.Get(Setting::PSDOpenFashion) == 1, true, !HasSimpleLayers(file)};
         if (services.ui.ChooseLayeredFile(choice)) {
             settings.Set(Setting::PSDOpenFashion, choice.asOnePicture ? 1 : 0);
             settings.Set(Setting::ShowPSDOpenFashionTip, choice.showAgain ? 1 : 0);
@@ -153,7 +165,7 @@ bool LoadPsdFile(CObjectCanvas& canvas, const std::filesystem::path& path, AppSe
     const std::optional<PsdFile> file = bytes ? ParsePsdFile(bytes->Bytes()) : std::nullopt;
     if (!file)
         return false;
-    if (CountPsdPictures(*file) > 1 && !WantsOnePicture(services))
+    if (CountPsdPictures(*file) > 1 && !WantsOnePicture(*file, services))
         return ReadPsdLayers(canvas, *file, &services.ui);
     return AdoptSinglePicture(canvas, ReadPsdComposite(*file));
 }

@@ -12,7 +12,8 @@
 [[nodiscard]] CPackedDib ReadPsdComposite(const PsdFile& file);
 
 /// Every layer with pixels becomes an object with the layer's name, place and opacity, its mask applied,
-/// hidden where the layer or a group around it is. Blending modes are not known to objects.
+/// hidden where the layer or a group around it is. Blending modes, clipping and effects are not known to
+/// objects.
 [[nodiscard]] bool ReadPsdLayers(CObjectCanvas& canvas, const PsdFile& file, IProgress* progress);
 
 /// Opens a file with one layer or none as a single picture. For more layers the settings say whether they

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/RowCoder.h"
 
+#include "platform/memory/Prefetch.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -82,12 +84,8 @@ size_t Compress(const uint8_t* HWY_RESTRICT samples, size_t count, uint8_t* HWY_
     for (size_t at = 0; at < count;) {
         const uint8_t* block = samples + at;
         const size_t limit = std::min(count - at, kLongestBlock);
-        if (at - base >= kWindow) {
-            base = at;
-            pairs = EqualPairs(block);
-        }
-        uint64_t rest = pairs >> (at - base);
-        if ((rest & 1) != 0 && limit > 1) {
+        if (limit > 1 && block[0] == block[1]) {
+            PrefetchBehind(block, kLongestBlock);
             const size_t length = RunLength(block, limit);
             out[0] = static_cast<uint8_t>(257 - length);
             out[1] = block[0];
@@ -95,6 +93,11 @@ size_t Compress(const uint8_t* HWY_RESTRICT samples, size_t count, uint8_t* HWY_
             at += length;
             continue;
         }
+        if (at - base >= kWindow) {
+            base = at;
+            pairs = EqualPairs(block);
+        }
+        uint64_t rest = pairs >> (at - base);
         size_t length = 0;
         while (rest == 0 && base + kWindow - at < limit) {
             base += kWindow;

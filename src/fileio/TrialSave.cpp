@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/TrialSave.h"
 
+#include "fileio/AnimationFrames.h"
 #include "fileio/DocumentFiles.h"
 #include "fileio/QuietServices.h"
+#include "fileio/SaveLosses.h"
 #include "model/Compositing.h"
 
+#include <algorithm>
 #include <random>
 #include <string>
 
@@ -48,6 +51,15 @@ std::optional<TrialSave> TrySave(const CObjectCanvas& canvas, const SaveFormatRo
     if (file.Path().empty() || !format.write(canvas, file.Path(), options, quiet.Services()) ||
         !LoadFile(saved, file.Path(), quiet.Services()))
         return std::nullopt;
-    TrialSave trial{fs::file_size(file.Path(), error), Flatten(saved)};
-    return error || trial.picture.IsEmpty() ? std::nullopt : std::optional(std::move(trial));
+    TrialSave trial{fs::file_size(file.Path(), error), {}};
+    if (LimitsOf(format, options, settings).keepsFrames) {
+        const CAnimationFrames frames(saved);
+        for (size_t index = 0; index < frames.Count(); ++index)
+            trial.pictures.push_back(frames.Frame(index));
+    } else {
+        trial.pictures.push_back(Flatten(saved));
+    }
+    if (error || trial.pictures.empty() || std::ranges::any_of(trial.pictures, &CPackedDib::IsEmpty))
+        return std::nullopt;
+    return trial;
 }

@@ -6,11 +6,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 /// What a save gives: the file's length, and what the program reads from it again.
 struct TrialSave {
     uint64_t fileBytes = 0;
-    CPackedDib picture; ///< 32 bits per pixel
+    /// 32 bits per pixel; the frames of a format that keeps frames, otherwise one. None is empty.
+    std::vector<CPackedDib> pictures;
 };
 
 /// Saves the canvas as SaveDocumentAs would, into a temporary file that is gone afterwards, and reads it

@@ -2,14 +2,19 @@
 #include "journal/DocumentJournal.h"
 
 #include "canvas/SelectionState.h"
+#include "journal/HeldState.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace {
 
 /// More would only fill the memory while the disk is busy.
 constexpr size_t kMostWaitingBytes = size_t{64} << 20;
+
+/// More is not copied at once for the sake of a new file: whoever paints would notice.
+constexpr size_t kMostEarlyBytes = size_t{2} << 20;
 
 constexpr int kNoPicture = -1;
 
@@ -22,6 +27,17 @@ void WriteItem(CByteWriter& writer, JournalItem item)
 {
     writer.U8(static_cast<uint8_t>(item));
 }
+
+/// The end of a picture's runs.
+std::vector<uint8_t> EndOfRuns()
+{
+    CByteWriter end;
+    end.U32(kEndOfRuns);
+    end.U32(0);
+    return end.Take();
+}
+
+constexpr uint8_t kMore[] = {static_cast<uint8_t>(JournalItem::More)};
 
 } // namespace
 
@@ -101,19 +117,23 @@ CDocumentJournal::CDocumentJournal(CPixoluneDoc& document, CJournalWriter& write
                                    std::shared_ptr<CJournalTarget> target, const JournalNumbers& numbers,
                                    std::vector<Ref<CSharedObj>> selections)
     : m_document(document), m_writer(writer), m_target(std::move(target)), m_numbers(numbers),
+      m_current(writer, m_target, JournalCopy::Current), m_anew(writer, m_target, JournalCopy::Anew),
       m_selections(std::move(selections)), m_regions(m_selections.size())
 {
     m_document.AddObserver(this);
-    m_piece.reserve(kJournalPiece);
 }
 
 CDocumentJournal::~CDocumentJournal()
 {
     m_document.RemoveObserver(this);
-    for (Entry& entry : m_entries) {
-        for (Capture& capture : entry.captures)
-            capture.pixels.Image()->SetWatcher(nullptr);
-    }
+    DropEntries();
+}
+
+template <typename Visit> void CDocumentJournal::ForEachEntry(Visit visit)
+{
+    std::ranges::for_each(m_entries, visit);
+    if (m_rewrite)
+        visit(*m_rewrite);
 }
 
 CDocumentJournal::Entry& CDocumentJournal::Open()
@@ -136,33 +156,48 @@ uint32_t CDocumentJournal::NumberOfShown(const Ref<CRasterImage>& image, const R
              (before->Kept() == CPictureVersion::Form::Changed ||
               HaveOneLayout(before->Picture(), image->Dib())))
         base = before;
-    const bool hasPixels = !image->Dib().IsEmpty();
+    CaptureShown(image, std::move(base));
+    return version.Number();
+}
+
+void CDocumentJournal::CaptureShown(const Ref<CRasterImage>& image, Ref<CPictureVersion> base)
+{
     CByteWriter head;
-    WriteItem(head, JournalItem::Picture);
-    head.U32(image->Number());
-    head.U32(version.Number());
-    head.U32(base ? base->Number() : 0);
-    head.I32(hasPixels ? image->Width() : kNoPicture);
-    head.I32(hasPixels ? image->Height() : kNoPicture);
+    WriteHead(head, JournalItem::Picture, *image, image->Version()->Number(), base ? base->Number() : 0,
+              image->Dib());
     Open().captures.push_back({CPictureCapture(image, std::move(base)), head.Take()});
     image->SetWatcher(this);
-    return version.Number();
+}
+
+void CDocumentJournal::WriteHead(CByteWriter& writer, JournalItem item, const CRasterImage& image,
+                                 uint32_t version, uint32_t base, const CPackedDib& pixels)
+{
+    WriteItem(writer, item);
+    writer.U32(image.Number());
+    writer.U32(version);
+    writer.U32(base);
+    writer.I32(pixels.IsEmpty() ? kNoPicture : pixels.Width());
+    writer.I32(pixels.IsEmpty() ? kNoPicture : pixels.Height());
 }
 
 uint32_t CDocumentJournal::NumberOf(const Ref<CPicObject>& object)
 {
-    if (object->Number() != 0)
-        return object->Number();
-    object->SetNumber(++m_numbers.objects);
-    if (object->image)
-        NumberOfShown(object->image, nullptr);
-    const ObjectRecord record = ObjectRecord::Of(*object);
-    CByteWriter& writer = Open().objects;
+    if (object->Number() == 0) {
+        object->SetNumber(++m_numbers.objects);
+        if (object->image)
+            NumberOfShown(object->image, nullptr);
+        WriteObject(Open().objects, object);
+    }
+    return object->Number();
+}
+
+void CDocumentJournal::WriteObject(CByteWriter& writer, const Ref<CPicObject>& object)
+{
+    ObjectRecord record = ObjectRecord::Of(*object);
     WriteItem(writer, JournalItem::Object);
     writer.U32(object->Number());
     record.Write(writer);
-    m_objects.insert_or_assign(object->Number(), record);
-    return object->Number();
+    m_objects.insert_or_assign(object->Number(), std::move(record));
 }
 
 uint32_t CDocumentJournal::NumberOf(const Ref<CSharedObj>& selection)
@@ -175,23 +210,67 @@ uint32_t CDocumentJournal::NumberOf(const Ref<CSharedObj>& selection)
     return selection->Number();
 }
 
-void CDocumentJournal::OnRecorded(const CEditCommand& command)
+void CDocumentJournal::WriteCommand(CByteWriter& writer, const CEditCommand& command)
 {
-    m_isDirty = true;
-    CByteWriter& writer = Open().items;
-    WriteItem(writer, JournalItem::Command);
-    WriteText(writer, command.Name());
-    writer.U32(static_cast<uint32_t>(m_document.History().UndoList().size()));
     CPartsWriter parts(*this, writer);
     command.VisitParts(parts);
     writer.U8(static_cast<uint8_t>(CommandPart::End));
+}
+
+template <typename Run> void CDocumentJournal::Guard(Run run) noexcept
+{
+    try {
+        run();
+    } catch (const std::bad_alloc&) {
+        Distrust();
+    }
+}
+
+void CDocumentJournal::DropEntries() noexcept
+{
+    ForEachEntry([](const Entry& entry) {
+        for (const Capture& capture : entry.captures)
+            capture.pixels.Image()->SetWatcher(nullptr);
+    });
+    m_entries.clear();
+    m_rewrite.reset();
+}
+
+void CDocumentJournal::Distrust() noexcept
+{
+    DropEntries();
+    m_current.Forget();
+    m_anew.Forget();
+    m_isDistrusted = true;
+}
+
+void CDocumentJournal::OnRecorded(const CEditCommand& command)
+{
+    m_isDirty = true;
+    Guard([&] {
+        CByteWriter& writer = Open().items;
+        WriteItem(writer, JournalItem::Command);
+        WriteText(writer, command.Name());
+        writer.U32(static_cast<uint32_t>(m_document.History().UndoList().size()));
+        WriteCommand(writer, command);
+    });
+}
+
+void CDocumentJournal::OnHistoryWillMove()
+{
+    Guard([this] { EndEntry(); });
 }
 
 void CDocumentJournal::OnHistoryMoved(HistoryMove move)
 {
     m_isDirty = true;
     constexpr JournalItem kItems[] = {JournalItem::Undone, JournalItem::Redone, JournalItem::Withdrawn};
-    WriteItem(Open().items, kItems[static_cast<size_t>(move)]);
+    Guard([&] {
+        // Versions come to be kept in other ways, and those not taken down yet get out of reach.
+        if (move != HistoryMove::Withdrawn)
+            AbandonRewrite();
+        WriteItem(Open().items, kItems[static_cast<size_t>(move)]);
+    });
 }
 
 void CDocumentJournal::WriteList()
@@ -201,14 +280,8 @@ void CDocumentJournal::WriteList()
         list.push_back(NumberOf(object));
         if (object->image)
             NumberOfShown(object->image, nullptr);
-        const ObjectRecord record = ObjectRecord::Of(*object);
-        ObjectRecord& written = m_objects[object->Number()];
-        if (record == written)
-            continue;
-        WriteItem(Open().items, JournalItem::Object);
-        Open().items.U32(object->Number());
-        record.Write(Open().items);
-        written = record;
+        if (ObjectRecord::Of(*object) != m_objects[object->Number()])
+            WriteObject(Open().items, object);
     }
     if (list == m_list)
         return;
@@ -252,12 +325,17 @@ void CDocumentJournal::WriteDifferences()
         WriteText(writer, path);
         WriteText(writer, title);
     }
+    if (const uint32_t next = m_document.Services().names.NextNumber(); next != m_nextName) {
+        m_nextName = next;
+        WriteItem(Open().items, JournalItem::Names);
+        Open().items.U32(next);
+    }
     WriteSelections();
 }
 
-bool CDocumentJournal::Flush()
+bool CDocumentJournal::EndEntry()
 {
-    if (!m_isDirty)
+    if (!m_isDirty || m_isDistrusted)
         return false;
     WriteDifferences();
     m_isDirty = false;
@@ -267,74 +345,233 @@ bool CDocumentJournal::Flush()
     return true;
 }
 
+bool CDocumentJournal::Flush()
+{
+    bool hasEnded = false;
+    Guard([&] {
+        hasEnded = EndEntry();
+        const bool isAsked = m_rewrite || std::ranges::any_of(m_entries, &Entry::isAnew);
+        if (m_isDistrusted || (!isAsked && m_target->WantsRewrite()))
+            Rewrite();
+    });
+    return hasEnded;
+}
+
+void CDocumentJournal::TellHidden(const CHeldState& held)
+{
+    for (const Ref<CPicObject>& object : held.objects) {
+        if (object->Number() != 0 && ObjectRecord::Of(*object) != m_objects[object->Number()])
+            WriteObject(Open().items, object);
+    }
+    if (!m_entries.empty())
+        m_entries.back().isComplete = true;
+}
+
+void CDocumentJournal::Rewrite()
+{
+    AbandonRewrite();
+    const CHeldState held(m_document);
+    if (m_isDistrusted)
+        DropEntries();
+    else
+        TellHidden(held);
+    Entry& entry = m_entries.emplace_back();
+    entry.isAnew = true;
+    entry.gap = m_isDistrusted ? JournalGap::Yes : JournalGap::No;
+    m_isDistrusted = false;
+    m_objects.clear();
+    for (const Ref<CRasterImage>& image : held.images) {
+        // Those that are met for the first time are captured with their numbers.
+        if (image->Version()->Number() != 0 && image->Number() != 0)
+            CaptureShown(image, nullptr);
+        else
+            NumberOfShown(image, nullptr);
+    }
+    for (const auto& [image, version] : held.versions) {
+        if (version->Number() == 0)
+            version->SetNumber(++m_numbers.versions);
+        const bool isChanged = version->Kept() == CPictureVersion::Form::Changed;
+        CByteWriter head;
+        WriteHead(head, JournalItem::Version, *image, version->Number(),
+                  isChanged ? version->Base()->Number() : 0, version->Picture());
+        entry.versions.push_back({CVersionCapture(version), head.Take()});
+    }
+    for (const Ref<CPicObject>& object : held.objects) {
+        if (object->Number() == 0)
+            object->SetNumber(++m_numbers.objects);
+        WriteObject(entry.items, object);
+    }
+    for (const Ref<CSharedObj>& selection : held.selections)
+        NumberOf(selection);
+    for (size_t index = 0; index < m_selections.size(); ++index) {
+        WriteItem(entry.items, JournalItem::Selection);
+        entry.items.U32(m_selections[index]->Number());
+        m_regions[index] = StateOf(m_selections[index]).region;
+        WriteRegion(entry.items, m_regions[index]);
+    }
+    const CUndoManager& history = m_document.History();
+    uint32_t count = 0;
+    for (const auto& command : history.UndoList()) {
+        WriteItem(entry.items, JournalItem::Command);
+        WriteText(entry.items, command->Name());
+        entry.items.U32(++count);
+        WriteCommand(entry.items, *command);
+    }
+    for (const auto& command : history.RedoList()) {
+        WriteItem(entry.items, JournalItem::Future);
+        WriteText(entry.items, command->Name());
+        WriteCommand(entry.items, *command);
+    }
+    // A document that is recovered begins with these.
+    m_list.clear();
+    m_canvas = {};
+    m_modified = !m_document.IsModified();
+    m_path.clear();
+    m_title.clear();
+    m_nextName = 0;
+    WriteDifferences();
+    entry.isComplete = true;
+}
+
+void CDocumentJournal::AbandonRewrite()
+{
+    const auto isBehindGap = [](const Entry& entry) { return entry.gap == JournalGap::Yes; };
+    if ((m_rewrite && isBehindGap(*m_rewrite)) || std::ranges::any_of(m_entries, isBehindGap)) {
+        Distrust();
+        return;
+    }
+    std::vector<Ref<CRasterImage>> watched;
+    const auto letGo = [&](const Entry& entry) {
+        for (const Capture& capture : entry.captures)
+            watched.push_back(capture.pixels.Image());
+    };
+    if (m_rewrite) {
+        letGo(*m_rewrite);
+        m_rewrite.reset();
+        m_anew.Forget();
+        m_writer.AbandonRewrite(m_target);
+    }
+    if (const auto anew = std::ranges::find_if(m_entries, &Entry::isAnew); anew != m_entries.end()) {
+        letGo(*anew);
+        m_entries.erase(anew);
+    }
+    for (const Ref<CRasterImage>& image : watched)
+        StopWatching(*image);
+}
+
 void CDocumentJournal::OnPixelsWillChange(CRasterImage& image, int top, int bottom)
 {
-    for (Entry& entry : m_entries) {
-        for (Capture& capture : entry.captures) {
-            if (capture.pixels.Image() == &image)
-                capture.pixels.TakeRows(top, bottom);
-        }
-    }
+    bool isTooMuch = false;
+    Guard([&] {
+        ForEachEntry([&](Entry& entry) {
+            for (Capture& capture : entry.captures) {
+                if (capture.pixels.Image() != &image)
+                    continue;
+                if (entry.isAnew && capture.pixels.BytesToTake(top, bottom) > kMostEarlyBytes)
+                    isTooMuch = true;
+                else
+                    capture.pixels.TakeRows(top, bottom);
+            }
+        });
+        if (isTooMuch)
+            AbandonRewrite();
+    });
 }
 
 void CDocumentJournal::StopWatching(CRasterImage& image)
 {
-    const bool isCaptured = std::ranges::any_of(m_entries, [&](const Entry& entry) {
-        return std::ranges::any_of(entry.captures,
-                                   [&](const Capture& capture) { return capture.pixels.Image() == &image; });
+    bool isCaptured = false;
+    ForEachEntry([&](const Entry& entry) {
+        isCaptured = isCaptured || std::ranges::any_of(entry.captures, [&](const Capture& capture) {
+                         return capture.pixels.Image() == &image;
+                     });
     });
     if (!isCaptured)
         image.SetWatcher(nullptr);
 }
 
-void CDocumentJournal::Hand(std::span<const uint8_t> bytes)
+bool CDocumentJournal::CanHandEntry() const
 {
-    while (!bytes.empty()) {
-        const size_t count = std::min(bytes.size(), kJournalPiece - m_piece.size());
-        m_piece.insert(m_piece.end(), bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(count));
-        bytes = bytes.subspan(count);
-        if (m_piece.size() == kJournalPiece)
-            HandPiece(EntryEnd::No);
-    }
+    return !m_isDistrusted && !m_entries.empty() &&
+           (m_entries.front().isComplete || !m_entries.front().captures.empty());
 }
 
-void CDocumentJournal::HandPiece(EntryEnd end)
+void CDocumentJournal::Step()
 {
-    m_writer.Write(m_target, std::exchange(m_piece, {}), end);
-    if (end == EntryEnd::No)
-        m_piece.reserve(kJournalPiece);
+    if (CanHandEntry())
+        HandEntry();
+    else
+        HandAnew();
 }
 
-void CDocumentJournal::HandStep()
+bool CDocumentJournal::HandCapture(Entry& entry, CEntrySink& sink)
 {
-    Entry& entry = m_entries.front();
-    if (entry.captures.empty()) {
-        Hand(entry.objects.Collected());
-        Hand(entry.items.Collected());
-        HandPiece(EntryEnd::Yes);
-        m_entries.pop_front();
-        return;
-    }
     Capture& capture = entry.captures.front();
-    Hand(std::exchange(capture.head, {}));
-    capture.pixels.Advance([this](std::span<const uint8_t> bytes) { Hand(bytes); });
+    sink.Add(std::exchange(capture.head, {}));
+    capture.pixels.Advance([&](std::span<const uint8_t> bytes) { sink.Add(bytes); });
     if (!capture.pixels.IsDone())
-        return;
-    CByteWriter end;
-    end.U32(kEndOfRuns);
-    end.U32(0);
-    Hand(end.Collected());
+        return false;
+    sink.Add(EndOfRuns());
     const Ref<CRasterImage> image = capture.pixels.Image();
     entry.captures.pop_front();
     StopWatching(*image);
+    return true;
+}
+
+void CDocumentJournal::HandEntry()
+{
+    Entry& entry = m_entries.front();
+    if (entry.isAnew) {
+        m_writer.BeginRewrite(m_target, entry.gap);
+        m_rewrite = std::move(entry);
+        m_entries.pop_front();
+    } else if (!entry.captures.empty()) {
+        static_cast<void>(HandCapture(entry, m_current));
+    } else {
+        m_current.Add(entry.objects.Collected());
+        m_current.Add(entry.items.Collected());
+        m_current.End();
+        m_entries.pop_front();
+    }
+}
+
+void CDocumentJournal::HandAnew()
+{
+    Entry& entry = *m_rewrite;
+    if (!entry.captures.empty()) {
+        if (!HandCapture(entry, m_anew))
+            return;
+    } else if (!entry.versions.empty()) {
+        HeldCapture& held = entry.versions.front();
+        m_anew.Add(std::exchange(held.head, {}));
+        if (!held.pixels.Advance([&](std::span<const uint8_t> bytes) { m_anew.Add(bytes); })) {
+            m_target->PostponeRewrite();
+            AbandonRewrite();
+            return;
+        }
+        if (!held.pixels.IsDone())
+            return;
+        m_anew.Add(EndOfRuns());
+        entry.versions.pop_front();
+    } else {
+        m_anew.Add(entry.objects.Collected());
+        m_anew.Add(entry.items.Collected());
+        m_anew.End();
+        m_writer.FinishRewrite(m_target);
+        m_rewrite.reset();
+        return;
+    }
+    // Each picture is an entry of its own, so that no more than one is unpacked at a time.
+    m_anew.Add(kMore);
+    m_anew.End();
 }
 
 bool CDocumentJournal::Work(std::chrono::steady_clock::time_point end)
 {
-    while (!m_entries.empty() && (m_entries.front().isComplete || !m_entries.front().captures.empty())) {
+    while (HasWork()) {
         if (m_writer.WaitingBytes() > kMostWaitingBytes)
             return true;
-        HandStep();
+        Guard([this] { Step(); });
         if (std::chrono::steady_clock::now() >= end)
             return true;
     }
@@ -344,6 +581,9 @@ bool CDocumentJournal::Work(std::chrono::steady_clock::time_point end)
 void CDocumentJournal::Finish()
 {
     Flush();
-    while (!m_entries.empty())
-        HandStep();
+    while (HasWork()) {
+        if (m_writer.WaitingBytes() > kMostWaitingBytes)
+            m_writer.Drain();
+        Guard([this] { Step(); });
+    }
 }

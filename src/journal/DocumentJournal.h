@@ -2,15 +2,20 @@
 #pragma once
 
 #include "journal/DocumentRecords.h"
+#include "journal/EntrySink.h"
 #include "journal/JournalWriter.h"
 #include "journal/PictureCapture.h"
+#include "journal/VersionCapture.h"
 #include "model/PixoluneDoc.h"
 
 #include <chrono>
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
+
+class CHeldState;
 
 /// The numbers that a journal has given so far.
 struct JournalNumbers {
@@ -23,6 +28,8 @@ struct JournalNumbers {
 /// Writes down what happens to a document. Every command, undo and redo becomes a part of an entry as it
 /// happens; Flush ends the entry with what else is different, so that an entry is one step of the person at
 /// the program, taken back as a whole or not at all. Pixels follow in Work. Entries are handed over in order.
+/// A journal that has grown long, or could not be written, is written anew: all that the document and its
+/// history hold by then goes to another file in the same way, while entries go on to both.
 class CDocumentJournal final : private IDocumentObserver, private IPictureWatcher {
 public:
     /// Begins with all that the document holds. The document must outlive the journal.
@@ -34,10 +41,14 @@ public:
 
     /// Ends the entry of what happened since the last call; false when nothing has.
     bool Flush();
-    /// Hands finished entries over until about `end`; false when there is nothing more to do.
+    /// Hands over what is finished until about `end`; false when there is nothing more to do.
     bool Work(std::chrono::steady_clock::time_point end);
     /// Hands everything over now.
     void Finish();
+    /// Tells everything anew.
+    void Rewrite();
+    /// What was told may not be what happened: nothing more counts until everything has been told anew.
+    void Distrust() noexcept;
 
 private:
     class CPartsWriter;
@@ -45,12 +56,19 @@ private:
         CPictureCapture pixels;
         std::vector<uint8_t> head; ///< of its item; empty once it has been handed over
     };
+    struct HeldCapture {
+        CVersionCapture pixels;
+        std::vector<uint8_t> head;
+    };
     /// An entry in the order in which its parts are handed over.
     struct Entry {
         std::deque<Capture> captures;
-        CByteWriter objects; ///< those met for the first time
+        std::deque<HeldCapture> versions; ///< of the history, where everything is told anew
+        CByteWriter objects;              ///< those met for the first time
         CByteWriter items;
         bool isComplete = false;
+        bool isAnew = false;             ///< for the file that will take the journal's place
+        JournalGap gap = JournalGap::No; ///< before it
     };
 
     void OnObjectsChanged() override { m_isDirty = true; }
@@ -58,7 +76,7 @@ private:
     void OnCanvasSizeChanged() override { m_isDirty = true; }
     void OnStateChanged() override { m_isDirty = true; }
     void OnRecorded(const CEditCommand& command) override;
-    void OnHistoryWillMove() override { Flush(); }
+    void OnHistoryWillMove() override;
     void OnHistoryMoved(HistoryMove move) override;
     void OnPixelsWillChange(CRasterImage& image, int top, int bottom) override;
 
@@ -72,9 +90,29 @@ private:
     uint32_t NumberOf(const Ref<CSharedObj>& selection);
     /// The number of the version that the picture shows, whose pixels are captured the first time.
     uint32_t NumberOfShown(const Ref<CRasterImage>& image, const Ref<CPictureVersion>& before);
-    void Hand(std::span<const uint8_t> bytes);
-    void HandPiece(EntryEnd end);
-    void HandStep();
+    void CaptureShown(const Ref<CRasterImage>& image, Ref<CPictureVersion> base);
+    void WriteHead(CByteWriter& writer, JournalItem item, const CRasterImage& image, uint32_t version,
+                   uint32_t base, const CPackedDib& pixels);
+    void WriteObject(CByteWriter& writer, const Ref<CPicObject>& object);
+    void WriteCommand(CByteWriter& writer, const CEditCommand& command);
+    bool EndEntry();
+    /// Tells what objects are like that the list does not hold: told anew, they would not be told again when
+    /// they come back.
+    void TellHidden(const CHeldState& held);
+    /// Runs a part of the journal's own work. When memory runs out, what the person at the program does goes
+    /// on without it.
+    template <typename Run> void Guard(Run run) noexcept;
+
+    [[nodiscard]] bool CanHandEntry() const;
+    [[nodiscard]] bool HasWork() const { return CanHandEntry() || m_rewrite; }
+    void Step();
+    void HandEntry();
+    void HandAnew();
+    /// Hands on a row of the first capture; the capture goes with its last row.
+    [[nodiscard]] bool HandCapture(Entry& entry, CEntrySink& sink);
+    void AbandonRewrite();
+    void DropEntries() noexcept;
+    template <typename Visit> void ForEachEntry(Visit visit);
     void StopWatching(CRasterImage& image);
 
     CPixoluneDoc& m_document;
@@ -82,8 +120,11 @@ private:
     std::shared_ptr<CJournalTarget> m_target;
     JournalNumbers m_numbers;
     std::deque<Entry> m_entries;
-    std::vector<uint8_t> m_piece;
+    std::optional<Entry> m_rewrite; ///< told anew and not handed over yet
+    CEntrySink m_current;
+    CEntrySink m_anew;
     bool m_isDirty = true;
+    bool m_isDistrusted = false;
 
     // What has been written already
     std::map<uint32_t, ObjectRecord> m_objects;
@@ -92,6 +133,7 @@ private:
     bool m_modified = false;
     std::string m_path;
     std::string m_title;
+    uint32_t m_nextName = 0;
     std::vector<Ref<CSharedObj>> m_selections; ///< by number from 1
     std::vector<CRegion> m_regions;
 };

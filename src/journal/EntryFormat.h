@@ -17,8 +17,12 @@ enum class JournalItem : uint8_t {
     /// `height`.
     /// Otherwise the picture shows the base, and the runs are what differs.
     Picture = 'P',
+    /// A version that its picture does not show, in the same form: base 0: the whole picture; otherwise the
+    /// runs hold the exclusive or with the base, which has been told before.
+    Version = 'V',
     Object = 'O',    ///< see ObjectRecord
     Command = 'C',   ///< text name, i32 limit of the undo list, parts ended by CommandPart::End
+    Future = 'F',    ///< a command that has been undone, the next one to be redone; text name, parts
     Undone = 'U',    ///< the newest command was undone
     Redone = 'R',    ///< the newest undone command was redone
     Withdrawn = 'W', ///< the newest command was forgotten
@@ -26,6 +30,8 @@ enum class JournalItem : uint8_t {
     Canvas = 'K',    ///< see CanvasRecord
     Document = 'D',  ///< u8 modified; text path, title
     Selection = 'S', ///< u32 selection, region
+    Names = 'N',     ///< u32 number in the next name of an object
+    More = 'M',      ///< the entries up to the next one without it make up one step
 };
 
 /// One part of a command.

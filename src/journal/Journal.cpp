@@ -17,10 +17,8 @@ CJournal::~CJournal()
 
 void CJournal::Begin(CPixoluneDoc& document)
 {
-    const std::filesystem::path path = m_folder->NewJournal();
-    if (auto target = m_writer.Open(path))
-        m_entries[&document] = {path,
-                                std::make_unique<CDocumentJournal>(document, m_writer, std::move(target))};
+    if (auto target = m_writer.Open(m_folder->NewJournal()))
+        m_entries[&document] = {target, std::make_unique<CDocumentJournal>(document, m_writer, target)};
 }
 
 void CJournal::GoOn(const RecoveredDocument& recovered, const std::filesystem::path& path)
@@ -31,8 +29,8 @@ void CJournal::GoOn(const RecoveredDocument& recovered, const std::filesystem::p
     auto target = error ? nullptr : m_writer.Open(own, recovered.extent);
     if (target)
         m_entries[recovered.document.get()] = {
-            own, std::make_unique<CDocumentJournal>(*recovered.document, m_writer, std::move(target),
-                                                    recovered.numbers, recovered.selections)};
+            target, std::make_unique<CDocumentJournal>(*recovered.document, m_writer, target,
+                                                       recovered.numbers, recovered.selections)};
 }
 
 void CJournal::End(CPixoluneDoc& document)
@@ -41,8 +39,7 @@ void CJournal::End(CPixoluneDoc& document)
     if (found == m_entries.end())
         return;
     // The thread may still write to the file; it goes with the last handle on it.
-    std::error_code error;
-    std::filesystem::remove(found->second.path, error);
+    found->second.target->Remove();
     m_entries.erase(found);
 }
 
@@ -50,6 +47,12 @@ void CJournal::Note()
 {
     for (auto& [document, entry] : m_entries)
         entry.journal->Flush();
+}
+
+void CJournal::Distrust() noexcept
+{
+    for (auto& [document, entry] : m_entries)
+        entry.journal->Distrust();
 }
 
 bool CJournal::Work(std::chrono::microseconds budget)

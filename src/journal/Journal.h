@@ -27,6 +27,8 @@ public:
     /// Notes what has happened since the last call, which must be when no drag and no dialog is unfinished,
     /// so that what would be recovered is what the person at the program has seen.
     void Note();
+    /// Memory ran out while documents were changed: their journals are written anew.
+    void Distrust() noexcept;
     /// Hands noted changes over to the thread for about `budget`; false when there is nothing more to do.
     bool Work(std::chrono::microseconds budget);
     /// Notes and hands over everything; waits until it is on the disk where that is asked for.
@@ -35,7 +37,7 @@ public:
 
 private:
     struct Entry {
-        std::filesystem::path path;
+        std::shared_ptr<CJournalTarget> target;
         std::unique_ptr<CDocumentJournal> journal;
     };
     explicit CJournal(std::unique_ptr<CJournalFolder> folder) : m_folder(std::move(folder)) {}

@@ -24,7 +24,7 @@ struct RecordHeader {
     uint32_t flags = 0;
     uint32_t checksum = 0; ///< CRC-32 of the fields above and the stored bytes
 };
-static_assert(sizeof(RecordHeader) == 20);
+static_assert(sizeof(RecordHeader) == kJournalRecordHeader);
 
 constexpr size_t kCheckedHeaderBytes = 16;
 
@@ -100,6 +100,23 @@ std::span<const uint8_t> CJournalPacker::Pack(std::span<const uint8_t> piece, En
     header.checksum = ChecksumOf(header, room.first(header.stored));
     std::memcpy(m_record.data(), &header, sizeof header);
     return std::span(m_record).first(sizeof header + header.stored);
+}
+
+size_t RecordBytes(std::span<const uint8_t> header)
+{
+    RecordHeader fields;
+    std::memcpy(&fields, header.data(), sizeof fields);
+    return sizeof fields + fields.stored;
+}
+
+std::span<const uint8_t> CJournalPacker::Renumber(std::span<uint8_t> record)
+{
+    RecordHeader header;
+    std::memcpy(&header, record.data(), sizeof header);
+    header.number = m_number++;
+    header.checksum = ChecksumOf(header, record.subspan(sizeof header));
+    std::memcpy(record.data(), &header, sizeof header);
+    return record;
 }
 
 JournalExtent ReadJournal(std::span<const uint8_t> file,

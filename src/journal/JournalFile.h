@@ -21,6 +21,11 @@ enum class EntryEnd : bool { No, Yes };
 /// The bytes that begin every journal file.
 [[nodiscard]] std::span<const uint8_t> JournalName();
 
+/// Bytes that stand in front of what a record stores.
+inline constexpr size_t kJournalRecordHeader = 20;
+/// Bytes of the record that begins with `header`.
+[[nodiscard]] size_t RecordBytes(std::span<const uint8_t> header);
+
 /// Makes records one after another.
 class CJournalPacker {
 public:
@@ -28,6 +33,8 @@ public:
     explicit CJournalPacker(uint32_t number) : m_number(number) {}
     /// The record of a piece. The bytes stay until the next call.
     [[nodiscard]] std::span<const uint8_t> Pack(std::span<const uint8_t> piece, EntryEnd end);
+    /// Gives a record made elsewhere the next number; returns it.
+    [[nodiscard]] std::span<const uint8_t> Renumber(std::span<uint8_t> record);
 
 private:
     uint32_t m_number;

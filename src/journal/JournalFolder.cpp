@@ -87,9 +87,9 @@ CJournalFolder::~CJournalFolder()
 {
     if (m_path.empty() || !Journals().empty())
         return;
+    // A file that was to take a journal's place may be left.
     std::error_code error;
-    fs::remove(m_path / kLockName, error);
-    fs::remove(m_path, error);
+    fs::remove_all(m_path, error);
 }
 
 fs::path CJournalFolder::NewJournal()

@@ -1,48 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journal/JournalWriter.h"
 
-#include "platform/io/FileDescriptor.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <new>
 #include <set>
-#include <span>
-
-class CJournalTarget {
-public:
-    CJournalTarget(int file, uint64_t size, uint32_t records) : m_file(file), m_size(size), m_packer(records)
-    {
-    }
-
-    [[nodiscard]] bool IsOpen() const { return m_file.IsOpen(); }
-    /// After a failure, a full disk for one, the file stays as it was before and takes nothing more.
-    bool Append(std::span<const uint8_t> bytes)
-    {
-        while (!bytes.empty() && !m_hasFailed) {
-            const ssize_t count =
-                ::pwrite(m_file.Get(), bytes.data(), bytes.size(), static_cast<off_t>(m_size));
-            if (count < 0 && errno == EINTR)
-                continue;
-            m_hasFailed = count <= 0;
-            if (!m_hasFailed) {
-                m_size += static_cast<uint64_t>(count);
-                bytes = bytes.subspan(static_cast<size_t>(count));
-            }
-        }
-        return !m_hasFailed;
-    }
-    void Append(std::span<const uint8_t> piece, EntryEnd end) { Append(m_packer.Pack(piece, end)); }
-    void Flush() const { ::fdatasync(m_file.Get()); }
-
-private:
-    CFileDescriptor m_file;
-    uint64_t m_size;
-    CJournalPacker m_packer;
-    bool m_hasFailed = false;
-};
+#include <utility>
 
 CJournalWriter::CJournalWriter() : m_thread([this] { Run(); }) {}
 
@@ -59,22 +20,22 @@ CJournalWriter::~CJournalWriter()
 std::shared_ptr<CJournalTarget> CJournalWriter::Open(const std::filesystem::path& path,
                                                      const JournalExtent& extent)
 {
-    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    auto target = std::make_shared<CJournalTarget>(file, extent.bytes, extent.records);
-    // What stands behind the last whole entry would make the records after it look damaged.
-    if (!target->IsOpen() || ::ftruncate(file, static_cast<off_t>(extent.bytes)) != 0)
-        return nullptr;
-    if (extent.bytes == 0 && !target->Append(JournalName()))
-        return nullptr;
-    return target;
+    return CJournalTarget::Open(path, extent);
 }
 
-void CJournalWriter::Write(std::shared_ptr<CJournalTarget> target, std::vector<uint8_t> piece, EntryEnd end)
+void CJournalWriter::Write(std::shared_ptr<CJournalTarget> target, std::vector<uint8_t> piece, EntryEnd end,
+                           JournalCopy copy)
+{
+    Add({std::move(target), std::move(piece), end,
+         copy == JournalCopy::Current ? Job::Append : Job::AppendAnew});
+}
+
+void CJournalWriter::Add(Piece piece)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_waitingBytes += piece.size();
-        m_pieces.push_back({std::move(target), std::move(piece), end});
+        m_waitingBytes += piece.bytes.size();
+        m_pieces.push_back(std::move(piece));
     }
     m_wake.notify_one();
 }
@@ -103,15 +64,46 @@ void CJournalWriter::Run()
     }
 }
 
+void CJournalWriter::Do(const Piece& piece)
+{
+    CJournalTarget& target = *piece.target;
+    switch (piece.job) {
+    case Job::Append:
+        target.Append(piece.bytes, piece.end);
+        break;
+    case Job::AppendAnew:
+        target.AppendAnew(piece.bytes, piece.end);
+        break;
+    case Job::Begin:
+        target.BeginRewrite(JournalGap::No);
+        break;
+    case Job::BeginBehindGap:
+        target.BeginRewrite(JournalGap::Yes);
+        break;
+    case Job::Finish:
+        target.FinishRewrite();
+        break;
+    case Job::Abandon:
+        target.AbandonRewrite();
+        break;
+    }
+}
+
 void CJournalWriter::WriteAll(std::vector<Piece> pieces)
 {
     std::set<CJournalTarget*> written;
     for (Piece& piece : pieces) {
-        piece.target->Append(piece.bytes, piece.end);
-        written.insert(piece.target.get());
-        m_waitingBytes -= piece.bytes.size();
+        const size_t size = piece.bytes.size();
+        try {
+            if (piece.job == Job::Append)
+                written.insert(piece.target.get());
+            Do(piece);
+        } catch (const std::bad_alloc&) {
+            piece.target->GiveUp();
+        }
+        m_waitingBytes -= size;
         piece.bytes = {};
     }
-    for (const CJournalTarget* target : written)
+    for (CJournalTarget* target : written)
         target->Flush();
 }

@@ -53,6 +53,14 @@ void CPictureCapture::TakeRow(int y, const Sink& sink)
     });
 }
 
+size_t CPictureCapture::BytesToTake(int top, int bottom) const
+{
+    const int first = std::max(top, m_next);
+    const int last = std::min(bottom, m_height);
+    const auto rows = first < last ? std::count(m_taken.begin() + first, m_taken.begin() + last, false) : 0;
+    return static_cast<size_t>(rows) * static_cast<size_t>(m_image->Width()) * sizeof(uint32_t);
+}
+
 void CPictureCapture::TakeRows(int top, int bottom)
 {
     const Sink early = [this](std::span<const uint8_t> bytes) {

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] bool IsDone() const { return m_next >= m_height; }
     /// Takes one row more, or what was taken before its time.
     void Advance(const Sink& sink);
+    /// At most so many bytes TakeRows would copy.
+    [[nodiscard]] size_t BytesToTake(int top, int bottom) const;
     /// Takes rows now that have not been taken; Advance hands them on.
     void TakeRows(int top, int bottom);
 

@@ -37,11 +37,15 @@ class CReplay {
 public:
     CReplay(RecoveredDocument& result, CPixoluneDoc& document) : m_result(result), m_document(document) {}
 
+    /// Whether entries that belong to the last one have not come.
+    [[nodiscard]] bool HasMore() const { return m_hasMore; }
     /// False when the entry makes no sense. The document may then have been changed by a part of it.
     bool Apply(std::span<const uint8_t> entry)
     {
         CByteReader reader(entry);
-        m_replaced.clear();
+        if (!m_hasMore)
+            m_replaced.clear();
+        m_hasMore = false;
         while (reader.Remaining() > 0) {
             uint8_t item = 0;
             if (!reader.ReadU8(item) || !ApplyItem(static_cast<JournalItem>(item), reader))
@@ -56,10 +60,14 @@ private:
         switch (item) {
         case JournalItem::Picture:
             return ApplyPicture(reader);
+        case JournalItem::Version:
+            return ApplyVersion(reader);
         case JournalItem::Object:
             return ApplyObject(reader);
         case JournalItem::Command:
             return ApplyCommand(reader);
+        case JournalItem::Future:
+            return ApplyFuture(reader);
         case JournalItem::Undone:
             return m_document.Undo();
         case JournalItem::Redone:
@@ -75,20 +83,38 @@ private:
             return ApplyDocument(reader);
         case JournalItem::Selection:
             return ApplySelection(reader);
+        case JournalItem::Names:
+            return ApplyNames(reader);
+        case JournalItem::More:
+            m_hasMore = true;
+            return true;
         }
         return false;
     }
 
-    bool ApplyPicture(CByteReader& reader)
-    {
-        uint32_t number = 0;
+    /// What stands in front of a picture's runs.
+    struct PictureHead {
+        uint32_t picture = 0;
         uint32_t version = 0;
         uint32_t base = 0;
         Size size;
-        if (!reader.ReadU32(number) || !reader.ReadU32(version) || !reader.ReadU32(base) ||
-            !reader.ReadI32(size.width) || !reader.ReadI32(size.height) || number == 0 || version == 0)
+    };
+    bool ReadHead(CByteReader& reader, PictureHead& head)
+    {
+        if (!reader.ReadU32(head.picture) || !reader.ReadU32(head.version) || !reader.ReadU32(head.base) ||
+            !reader.ReadI32(head.size.width) || !reader.ReadI32(head.size.height) || head.picture == 0 ||
+            head.version == 0)
             return false;
-        m_result.numbers.versions = std::max(m_result.numbers.versions, version);
+        m_result.numbers.versions = std::max(m_result.numbers.versions, head.version);
+        return true;
+    }
+
+    bool ApplyPicture(CByteReader& reader)
+    {
+        PictureHead head;
+        if (!ReadHead(reader, head))
+            return false;
+        const auto& [number, version, base, size] = head;
         Ref<CRasterImage> image = Find(m_pictures, number);
         if (base != 0)
             return image && image->Version()->Number() == base && ApplyChanges(reader, image, version);
@@ -105,6 +131,66 @@ private:
         }
         image->Version()->SetNumber(version);
         return true;
+    }
+
+    bool ApplyVersion(CByteReader& reader)
+    {
+        PictureHead head;
+        const Ref<CRasterImage> image = ReadHead(reader, head) ? Find(m_pictures, head.picture) : nullptr;
+        if (!image)
+            return false;
+        Ref<CPictureVersion> version;
+        if (head.base == 0) {
+            CPackedDib dib;
+            if (!ReadWhole(reader, head.size, dib))
+                return false;
+            version = CPictureVersion::Whole(std::move(dib));
+        } else {
+            const Ref<CPictureVersion> base = FindVersion(image, head.base);
+            std::optional<CPixelChanges> changes =
+                base ? ReadDifferences(reader, PixelsBelow(*image, *base)) : std::nullopt;
+            if (!changes)
+                return false;
+            version = CPictureVersion::Changed(std::move(*changes), base);
+        }
+        version->SetNumber(head.version);
+        m_replaced.insert_or_assign(head.version, CSavedPicture(image, version));
+        return true;
+    }
+
+    /// The version with the number that the picture shows or that has been told in this step.
+    Ref<CPictureVersion> FindVersion(const Ref<CRasterImage>& image, uint32_t number) const
+    {
+        if (image->Version()->Number() == number)
+            return image->Version();
+        const auto saved = m_replaced.find(number);
+        return saved != m_replaced.end() && saved->second.Image() == image ? saved->second.Version()
+                                                                           : nullptr;
+    }
+
+    /// The pixels that all changes up to the version count from.
+    static const CPackedDib& PixelsBelow(const CRasterImage& image, const CPictureVersion& version)
+    {
+        const CPictureVersion* root = &version;
+        while (root->Kept() == CPictureVersion::Form::Changed)
+            root = root->Base().Get();
+        return root->Kept() == CPictureVersion::Form::Whole ? root->Picture() : image.Dib();
+    }
+
+    /// Runs of what is to be added to the words of `pixels`.
+    static std::optional<CPixelChanges> ReadDifferences(CByteReader& reader, const CPackedDib& pixels)
+    {
+        const size_t count = pixels.IsEmpty() ? 0 : pixels.Bits().size() / kWordBytes;
+        CPixelChangesBuilder builder;
+        Run run;
+        while (ReadRun(reader, count, run) && run.first != kEndOfRuns) {
+            std::vector<uint32_t> words(run.bytes.size() / kWordBytes);
+            std::memcpy(words.data(), run.bytes.data(), run.bytes.size());
+            const std::vector<uint32_t> nothing(words.size());
+            if (!builder.Add(run.first, words.data(), nothing.data(), words.size()))
+                return std::nullopt;
+        }
+        return run.first == kEndOfRuns ? builder.Finish() : std::nullopt;
     }
 
     /// All pixels of a picture; of no picture when the width is below 0.
@@ -241,21 +327,49 @@ private:
         return Ref<CSelectionState>(static_cast<CSelectionState*>(selections[number - 1].Get()));
     }
 
+    bool ApplyNames(CByteReader& reader)
+    {
+        uint32_t next = 0;
+        if (!reader.ReadU32(next))
+            return false;
+        m_document.Services().names.GoOnFrom(next);
+        return true;
+    }
+
     bool ApplyCommand(CByteReader& reader)
     {
         std::string name;
         uint32_t length = 0;
-        std::vector<CRecoveredCommand::Part> parts;
         if (!ReadText(reader, name) || !reader.ReadU32(length) || length == 0 || length > INT32_MAX)
             return false;
+        std::unique_ptr<CRecoveredCommand> command = ReadCommand(reader, std::move(name));
+        if (!command)
+            return false;
+        // The list had so many commands afterwards; the oldest went where that is no more than before.
+        m_document.Record(std::move(command), static_cast<int>(length) - 1);
+        return true;
+    }
+
+    bool ApplyFuture(CByteReader& reader)
+    {
+        std::string name;
+        std::unique_ptr<CRecoveredCommand> command =
+            ReadText(reader, name) ? ReadCommand(reader, std::move(name)) : nullptr;
+        if (!command)
+            return false;
+        m_document.AddUndone(std::move(command));
+        return true;
+    }
+
+    /// None when a part makes no sense.
+    std::unique_ptr<CRecoveredCommand> ReadCommand(CByteReader& reader, std::string name)
+    {
+        std::vector<CRecoveredCommand::Part> parts;
         for (bool isEnd = false; !isEnd;) {
             if (!ReadPart(reader, parts, isEnd))
-                return false;
+                return nullptr;
         }
-        // The list had so many commands afterwards; the oldest went where that is no more than before.
-        m_document.Record(std::make_unique<CRecoveredCommand>(std::move(name), std::move(parts)),
-                          static_cast<int>(length) - 1);
-        return true;
+        return std::make_unique<CRecoveredCommand>(std::move(name), std::move(parts));
     }
 
     bool ReadPart(CByteReader& reader, std::vector<CRecoveredCommand::Part>& parts, bool& isEnd)
@@ -362,7 +476,8 @@ private:
     CPixoluneDoc& m_document;
     std::map<uint32_t, Ref<CPicObject>> m_objects;
     std::map<uint32_t, Ref<CRasterImage>> m_pictures;
-    std::map<uint32_t, CSavedPicture> m_replaced; ///< in this entry
+    std::map<uint32_t, CSavedPicture> m_replaced; ///< in this step
+    bool m_hasMore = false;
 };
 
 } // namespace
@@ -377,12 +492,14 @@ std::optional<RecoveredDocument> RecoverDocument(std::span<const uint8_t> journa
 {
     RecoveredDocument result;
     result.document = std::make_unique<CPixoluneDoc>(services);
+    bool isCutOff = false;
     {
         CReplay replay(result, *result.document);
         result.extent =
             ReadJournal(journal, [&](std::span<const uint8_t> entry) { return replay.Apply(entry); });
+        isCutOff = replay.HasMore();
     }
-    if (result.extent.records == 0)
+    if (result.extent.records == 0 || isCutOff)
         return std::nullopt;
     return result;
 }

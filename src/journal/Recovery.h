@@ -5,6 +5,7 @@
 #include "journal/DocumentJournal.h"
 #include "journal/JournalFile.h"
 #include "model/PixoluneDoc.h"
+#include "platform/Limits.h"
 
 #include <filesystem>
 #include <memory>
@@ -20,9 +21,6 @@ struct RecoveredDocument {
     /// What a new view of the document selects; none when nothing was ever selected.
     [[nodiscard]] Ref<CSelectionState> Selection() const;
 };
-
-/// Longest journal that is read.
-inline constexpr int64_t kMostJournalBytes = int64_t{1} << 36;
 
 /// Makes a document again, with its history. None when the bytes hold not even the document's begin. Whatever
 /// the bytes are, memory stays below kJournalPiece bytes times three for each 20 bytes of them.

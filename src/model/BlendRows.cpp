@@ -10,19 +10,12 @@
 #include <hwy/cache_control.h>
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+// After highway.h.
+#include "model/BlendVectors-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace {
 namespace HWY_NAMESPACE {
-
-inline bool RestIsOpaque(const uint8_t* row, size_t pixels)
-{
-    while (pixels > 0 && row[3] == 255) {
-        --pixels;
-        row += 4;
-    }
-    return pixels == 0;
-}
 
 #if HWY_TARGET == HWY_SCALAR
 
@@ -48,53 +41,7 @@ void Copy(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t tr
     BlendRow<CopyPixelLessTransparency>(destination, source, pixels, transparency);
 }
 
-bool IsOpaque(const uint8_t* row, size_t pixels)
-{
-    return RestIsOpaque(row, pixels);
-}
-
 #else
-
-namespace hn = hwy::HWY_NAMESPACE;
-
-using Pixels = hn::ScalableTag<uint32_t>;
-using Words = hn::RepartitionToNarrow<Pixels>;
-using SignedWords = hn::RebindToSigned<Words>;
-using Bytes = hn::RepartitionToNarrow<Words>;
-using PixelVector = hn::Vec<Pixels>;
-using WordVector = hn::Vec<Words>;
-
-/// The alpha byte of every pixel in all four of its bytes.
-HWY_INLINE PixelVector SpreadAlpha(PixelVector pixels)
-{
-    alignas(16) static constexpr uint8_t kAlphaBytes[16] = {3,  3,  3,  3,  7,  7,  7,  7,
-                                                            11, 11, 11, 11, 15, 15, 15, 15};
-    const auto order = hn::LoadDup128(Bytes(), kAlphaBytes);
-    return hn::BitCast(Pixels(), hn::TableLookupBytes(hn::BitCast(Bytes(), pixels), order));
-}
-
-/// Subtracts from every alpha byte, not below 0. `less` has only alpha bytes.
-HWY_INLINE PixelVector LessAlpha(PixelVector pixels, PixelVector less)
-{
-    return hn::BitCast(Pixels(), hn::SaturatedSub(hn::BitCast(Bytes(), pixels), hn::BitCast(Bytes(), less)));
-}
-
-/// Blue and red of every pixel as 16-bit numbers.
-HWY_INLINE WordVector EvenBytes(PixelVector pixels)
-{
-    return hn::And(hn::BitCast(Words(), pixels), hn::Set(Words(), 0x00FF));
-}
-
-/// Green and alpha.
-HWY_INLINE WordVector OddBytes(PixelVector pixels)
-{
-    return hn::ShiftRight<8>(hn::BitCast(Words(), pixels));
-}
-
-HWY_INLINE PixelVector JoinBytes(WordVector even, WordVector odd)
-{
-    return hn::BitCast(Pixels(), hn::Or(even, hn::ShiftLeft<8>(odd)));
-}
 
 /// x / 255 for x below 65535.
 HWY_INLINE WordVector DivideBy255(WordVector x)
@@ -136,7 +83,6 @@ void Weighted(uint8_t* HWY_RESTRICT destination, const uint8_t* HWY_RESTRICT sou
     const auto less = hn::Set(Pixels(), uint32_t{transparency} << 24);
     const auto none = hn::Zero(Pixels());
     const auto full = hn::Set(Pixels(), 0xFFFFFFFFu);
-    const auto one = hn::Set(Words(), 0x8000);
     ForEachVector(destination, source, pixels, [&](uint32_t* to, const uint32_t* from) HWY_ATTR {
         const auto above = hn::LoadU(Pixels(), from);
         const auto e = SpreadAlpha(LessAlpha(above, less));
@@ -148,16 +94,7 @@ void Weighted(uint8_t* HWY_RESTRICT destination, const uint8_t* HWY_RESTRICT sou
             hn::StoreU(above, Pixels(), to);
             return;
         }
-        // e * 32768 / 255 is e * 257 / 2 below 255, and e twice in 16 bits is e * 257.
-        const auto weight = hn::ShiftRight<1>(hn::BitCast(Words(), e));
-        const auto rest = hn::Sub(one, weight);
-        const auto below = hn::LoadU(Pixels(), to);
-        const auto mix = [&](WordVector a, WordVector b)
-                             HWY_ATTR { return hn::Add(hn::MulHigh(a, weight), hn::MulHigh(b, rest)); };
-        const auto half = hn::BitCast(Bytes(), JoinBytes(mix(EvenBytes(above), EvenBytes(below)),
-                                                         mix(OddBytes(above), OddBytes(below))));
-        const auto mixed = hn::BitCast(Pixels(), hn::Add(half, half));
-        hn::StoreU(hn::IfThenElse(opaque, above, hn::IfThenElse(clear, below, mixed)), Pixels(), to);
+        hn::StoreU(CWeightedPixels(above, e).Onto(hn::LoadU(Pixels(), to)), Pixels(), to);
     });
 }
 
@@ -265,18 +202,6 @@ void Copy(uint8_t* HWY_RESTRICT destination, const uint8_t* HWY_RESTRICT source,
     });
 }
 
-bool IsOpaque(const uint8_t* row, size_t pixels)
-{
-    const size_t atOnce = hn::Lanes(Pixels());
-    const auto opaque = hn::Set(Pixels(), 0xFF000000u);
-    for (; pixels >= atOnce; pixels -= atOnce, row += atOnce * 4) {
-        const auto these = hn::LoadU(Pixels(), reinterpret_cast<const uint32_t*>(row));
-        if (!hn::AllTrue(Pixels(), hn::Eq(hn::And(these, opaque), opaque)))
-            return false;
-    }
-    return RestIsOpaque(row, pixels);
-}
-
 #endif
 
 } // namespace HWY_NAMESPACE
@@ -289,7 +214,6 @@ namespace {
 HWY_EXPORT(Weighted);
 HWY_EXPORT(Over);
 HWY_EXPORT(Copy);
-HWY_EXPORT(IsOpaque);
 } // namespace
 
 void BlendRowWeighted(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
@@ -305,11 +229,6 @@ void BlendRowOver(uint8_t* destination, const uint8_t* source, size_t pixels, ui
 void CopyRowLessTransparency(uint8_t* destination, const uint8_t* source, size_t pixels, uint8_t transparency)
 {
     HWY_DYNAMIC_DISPATCH(Copy)(destination, source, pixels, transparency);
-}
-
-bool IsRowOpaque(const uint8_t* row, size_t pixels)
-{
-    return HWY_DYNAMIC_DISPATCH(IsOpaque)(row, pixels);
 }
 
 bool HasVectorInstructions()

@@ -19,8 +19,5 @@ void BlendRowOver(uint8_t* destination, const uint8_t* source, size_t pixels, ui
 void CopyRowLessTransparency(uint8_t* destination, const uint8_t* source, size_t pixels,
                              uint8_t transparency);
 
-/// Whether every pixel has alpha 255.
-[[nodiscard]] bool IsRowOpaque(const uint8_t* row, size_t pixels);
-
 /// Whether this processor has vector instructions that the rows are drawn with.
 [[nodiscard]] bool HasVectorInstructions();

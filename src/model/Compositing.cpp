@@ -84,7 +84,12 @@ std::vector<DisplayLayer> DisplayLayers(const CObjectCanvas& canvas, const Float
     VisitPictures(
         canvas.objects, floating,
         [&](const CPackedDib& dib, Point position, uint8_t transparency, const CRasterImage* image) {
-            layers.push_back({&dib, position, transparency, image != nullptr ? image->ContentId() : 0});
+            DisplayLayer layer{&dib, position, transparency};
+            if (image != nullptr) {
+                layer.contentId = image->ContentId();
+                layer.alphas = &image->Alphas();
+            }
+            layers.push_back(layer);
         });
     return layers;
 }
@@ -98,7 +103,7 @@ void CompositeLayers(const BitmapView& destination, Point destinationOrigin,
         placed.push_back(
             {ViewOf(*layer.dib),
              Place(layer.dib->Size(), layer.position, zoom, destination.Extent(), destinationOrigin),
-             layer.transparency, BlendRowWeighted});
+             layer.transparency, BlendRowWeighted, layer.alphas});
     }
     DrawLayers(destination, placed);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/AlphaTiles.h"
 #include "model/ObjectCanvas.h"
 #include "platform/dib/PackedDib.h"
 
@@ -43,6 +44,7 @@ struct DisplayLayer {
     Point position;
     uint8_t transparency = 0;
     uint64_t contentId = 0;
+    const CAlphaTiles* alphas = nullptr; ///< none for a floating image
 };
 
 /// What CompositeForDisplay draws, bottom to top.

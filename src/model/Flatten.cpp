@@ -20,6 +20,7 @@ CPackedDib FlattenObjects(const CObjectList& objects, const Rect& rect)
         if (object->image && !object->image->Dib().IsEmpty()) {
             const CPackedDib& dib = object->image->Dib();
             layer.pixels = ViewOf(dib);
+            layer.alphas = &object->image->Alphas();
             layer.placement = Place(dib.Size(), {object->x, object->y}, 1, view.Extent(), rect.Corner());
         }
         layers.push_back(layer);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/AlphaTiles.h"
 #include "model/BlendRows.h"
 #include "model/Placement.h"
 #include "platform/dib/PackedDib.h"
@@ -14,6 +15,7 @@ struct PictureLayer {
     Placement placement;
     uint8_t transparency = 0;
     RowBlend blend = BlendRowWeighted;
+    const CAlphaTiles* alphas = nullptr; ///< of the picture, if they are kept
 };
 
 /// Draws the layers, the first one lowest. The destination is cut into pieces that stay in the cache while

@@ -98,3 +98,9 @@ void CObjectCanvas::MoveSelected(int dx, int dy)
         object->y = AddClamped(object->y, dy);
     }
 }
+
+bool CObjectCanvas::FindAlphas(std::chrono::steady_clock::time_point until)
+{
+    return std::ranges::any_of(
+        objects, [until](const auto& object) { return object->image && object->image->FindAlphas(until); });
+}

@@ -3,6 +3,8 @@
 
 #include "model/ObjectList.h"
 
+#include <chrono>
+
 /// The document's picture: a canvas of fixed size, its objects, and the fields that animation files bring
 /// along and the native file keeps.
 class CObjectCanvas {
@@ -44,4 +46,8 @@ public:
 
     /// Moves every selected visible object.
     void MoveSelected(int dx, int dy);
+
+    /// Finds out where the objects' pictures are clear or opaque, until a point in time; false when
+    /// everything is known.
+    bool FindAlphas(std::chrono::steady_clock::time_point until);
 };

@@ -2,6 +2,33 @@
 #include "model/PictureVersion.h"
 
 #include <cassert>
+#include <utility>
+
+CPictureVersion::~CPictureVersion()
+{
+    // One after another: a long row of bases would not fit on the stack.
+    while (m_base && m_base->ReferenceCount() == 1) {
+        Ref<CPictureVersion> next = std::move(m_base->m_base);
+        m_base = std::move(next);
+    }
+}
+
+Ref<CPictureVersion> CPictureVersion::Whole(CPackedDib picture)
+{
+    Ref<CPictureVersion> version = MakeShared<CPictureVersion>();
+    version->m_form = Form::Whole;
+    version->m_picture = std::move(picture);
+    return version;
+}
+
+Ref<CPictureVersion> CPictureVersion::Changed(CPixelChanges changes, Ref<CPictureVersion> base)
+{
+    Ref<CPictureVersion> version = MakeShared<CPictureVersion>();
+    version->m_form = Form::Changed;
+    version->m_changes = std::move(changes);
+    version->m_base = std::move(base);
+    return version;
+}
 
 size_t CPictureVersion::HeldBytes() const
 {

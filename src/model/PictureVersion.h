@@ -20,6 +20,13 @@ public:
         Changed, ///< the base's pixels but for the changes
     };
 
+    CPictureVersion() = default;
+    ~CPictureVersion() override;
+    /// A version that its record has not shown in this run; the picture may be empty.
+    [[nodiscard]] static Ref<CPictureVersion> Whole(CPackedDib picture);
+    /// The same, kept as changes from another version of that record.
+    [[nodiscard]] static Ref<CPictureVersion> Changed(CPixelChanges changes, Ref<CPictureVersion> base);
+
     [[nodiscard]] Form Kept() const { return m_form; }
     /// Bytes of pixels kept here.
     [[nodiscard]] size_t HeldBytes() const;
@@ -29,6 +36,7 @@ public:
     [[nodiscard]] const CPackedDib& Picture() const { return m_picture; }
     /// The changes of a changed version; empty for others.
     [[nodiscard]] CPixelChanges& Changes() { return m_changes; }
+    [[nodiscard]] const CPixelChanges& Changes() const { return m_changes; }
 
     /// Whether nothing can be saved any more in the way it is kept.
     [[nodiscard]] bool IsTidy() const { return m_isTidy; }

@@ -173,6 +173,28 @@ bool CPixelChanges::PackPiece(CZstdPacker& packer, const Ref<CZstdReader>& unpac
     return false;
 }
 
+CPixelChangesReader::CPixelChangesReader(const CPixelChanges& changes)
+    : m_stream(changes.m_stream.Bytes()), m_left(changes.m_unpackedBytes)
+{
+    if (!changes.IsPacked())
+        return;
+    // Undo may use the other one meanwhile.
+    m_unpacker = MakeShared<CZstdReader>();
+    m_unpacker->Begin(m_stream);
+}
+
+bool CPixelChangesReader::Read(std::span<uint8_t> bytes)
+{
+    assert(bytes.size() <= m_left);
+    m_left -= bytes.size();
+    if (m_unpacker)
+        return m_unpacker->Read(bytes);
+    if (!bytes.empty())
+        std::memcpy(bytes.data(), m_stream.data(), bytes.size());
+    m_stream = m_stream.subspan(bytes.size());
+    return true;
+}
+
 uint32_t* CPixelChangesBuilder::Extend(size_t words)
 {
     const size_t bytes = words * kWordBytes;

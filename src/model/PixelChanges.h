@@ -35,6 +35,7 @@ public:
 
 private:
     friend class CPixelChangesBuilder;
+    friend class CPixelChangesReader;
     class CWords;
 
     /// Runs one after another: the first word's index, the number of words, the words.
@@ -45,6 +46,23 @@ private:
     CHeapBlock m_frames;
     size_t m_frameBytes = 0;
     size_t m_packedBytes = 0;
+};
+
+/// Reads the runs of changes, packed or not, as the bytes that they are kept in: 32-bit words, for each run
+/// the index of the first word, the number of words, the words. The changes must stay as they are until the
+/// end.
+class CPixelChangesReader {
+public:
+    explicit CPixelChangesReader(const CPixelChanges& changes);
+    [[nodiscard]] bool IsPacked() const { return static_cast<bool>(m_unpacker); }
+    [[nodiscard]] size_t Left() const { return m_left; }
+    /// The next bytes, as many as there is room for, which must be left; false when memory runs out.
+    [[nodiscard]] bool Read(std::span<uint8_t> bytes);
+
+private:
+    std::span<const uint8_t> m_stream;
+    size_t m_left;
+    Ref<CZstdReader> m_unpacker; ///< none: the stream is not packed
 };
 
 /// Collects changes, run by run from the bottom row up.

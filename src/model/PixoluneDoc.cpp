@@ -21,6 +21,13 @@ void CPixoluneDoc::Record(std::unique_ptr<CEditCommand> command, int maxTimes)
     Notify([](IDocumentObserver& observer) { observer.OnStateChanged(); });
 }
 
+void CPixoluneDoc::AddUndone(std::unique_ptr<CEditCommand> command)
+{
+    command->SetDocument(this);
+    m_history.AddUndone(std::move(command));
+    Notify([](IDocumentObserver& observer) { observer.OnStateChanged(); });
+}
+
 void CPixoluneDoc::WithdrawNewest()
 {
     m_history.WithdrawNewest();
@@ -101,6 +108,12 @@ template <typename Call> void CPixoluneDoc::Notify(Call call)
 void CPixoluneDoc::NotifyFrameChanged(const Rect& rect)
 {
     Notify([&](IDocumentObserver& observer) { observer.OnFrameChanged(rect); });
+}
+
+void CPixoluneDoc::SetFloating(const FloatingImage& floating, const Rect& touched)
+{
+    m_floating = floating;
+    Notify([&](IDocumentObserver& observer) { observer.OnFloatingChanged(touched); });
 }
 
 void CPixoluneDoc::NotifyObjectsChanged()

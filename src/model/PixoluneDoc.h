@@ -2,6 +2,7 @@
 #pragma once
 
 #include "history/undo/UndoManager.h"
+#include "model/Compositing.h"
 #include "model/ObjectCanvas.h"
 #include "platform/Services.h"
 
@@ -21,6 +22,8 @@ public:
     virtual ~IDocumentObserver() = default;
     /// What the frame shows inside the rectangle of document pixels changed.
     virtual void OnFrameChanged(const Rect& /*rect*/) {}
+    /// What floats above the objects changed inside the rectangle of document pixels.
+    virtual void OnFloatingChanged(const Rect& /*rect*/) {}
     /// Objects came, went or changed their order, or one changed its name, flags, picture or place.
     virtual void OnObjectsChanged() {}
     /// Selected flags of objects changed.
@@ -52,6 +55,8 @@ public:
     void Record(std::unique_ptr<CEditCommand> command);
     /// The same with another limit than the settings'.
     void Record(std::unique_ptr<CEditCommand> command, int maxTimes);
+    /// Takes a command whose change was made and undone in another run: the next one to be redone.
+    void AddUndone(std::unique_ptr<CEditCommand> command);
     /// Forgets the newest command without running it: a drag was given up and has put everything back.
     void WithdrawNewest();
     /// Runs the newest command of the list; false when it is empty.
@@ -78,6 +83,10 @@ public:
     void NotifyFrameChanged(const Rect& rect);
     /// The whole frame.
     void NotifyFrameChanged() { NotifyFrameChanged(m_canvas.Rectangle()); }
+    /// A picture that a tool shows above an object while it works, in every window; an empty one takes it
+    /// away. The tool keeps it alive. touched: document pixels that look different now.
+    void SetFloating(const FloatingImage& floating, const Rect& touched);
+    [[nodiscard]] const FloatingImage& Floating() const { return m_floating; }
     void NotifyObjectsChanged();
     void NotifyObjectSelectionChanged();
     void NotifyCanvasSizeChanged();
@@ -89,6 +98,7 @@ private:
     AppServices& m_services;
     CObjectCanvas m_canvas;
     CUndoManager m_history;
+    FloatingImage m_floating;
     std::filesystem::path m_path;
     std::string m_newTitle;
     bool m_modified = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/AlphaTiles.h"
 #include "model/PictureVersion.h"
 #include "platform/dib/PackedDib.h"
 #include "platform/memory/SharedObj.h"
@@ -63,6 +64,7 @@ public:
     {
         m_contentId = NewContentId();
         m_isSettled = false;
+        m_alphas.Forget(top, bottom);
         if (m_watcher != nullptr)
             m_watcher->OnPixelsWillChange(*this, top, bottom);
     }
@@ -71,6 +73,19 @@ public:
     void SetWatcher(IPictureWatcher* watcher) { m_watcher = watcher; }
     /// Another number after every change of the pixels; no two pictures ever have the same.
     [[nodiscard]] uint64_t ContentId() const { return m_contentId; }
+
+    /// Where the picture, which must not be empty, is clear or opaque. Of one that is being painted into only
+    /// between two changes.
+    [[nodiscard]] const CAlphaTiles& Alphas() const
+    {
+        m_alphas.Resize(m_dib.Size());
+        return m_alphas;
+    }
+    /// Finds out more about that until a point in time; false when everything is known.
+    bool FindAlphas(std::chrono::steady_clock::time_point until)
+    {
+        return !m_dib.IsEmpty() && m_alphas.FindMore(ViewOf(std::as_const(m_dib)), until);
+    }
 
     /// Takes over a picture, which may be empty, and frees the one held until now.
     void Attach(CPackedDib dib) { MutableDib() = std::move(dib); }
@@ -111,4 +126,5 @@ private:
     IPictureWatcher* m_watcher = nullptr;
     IPicturePainter* m_painter = nullptr;
     bool m_isSettled = false;
+    mutable CAlphaTiles m_alphas;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <string>
 
 class CSettings;
@@ -11,9 +13,13 @@ class IUserInterface;
 class CObjectNameCounter {
 public:
     [[nodiscard]] std::string Next() { return "Obj - " + std::to_string(m_next++); }
+    /// The number in the next name.
+    [[nodiscard]] uint32_t NextNumber() const { return m_next; }
+    /// Gives no number below this one again.
+    void GoOnFrom(uint32_t number) { m_next = std::max(m_next, number); }
 
 private:
-    int m_next = 1;
+    uint32_t m_next = 1;
 };
 
 /// What the application object lends to documents, views and tools.

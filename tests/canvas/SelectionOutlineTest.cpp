@@ -62,4 +62,39 @@ TEST(SelectionOutline, PaintingAPartEqualsThatPartOfTheWhole)
     }
 }
 
+TEST(SelectionOutline, WanderingDashesChangeOnlyWhatIsCalledCovered)
+{
+    CRegion region({40, 30, 900, 500});
+    ASSERT_TRUE(region.Unite(CRegion({950, 480, 951, 700})));
+    CSelectionOutline outline;
+    outline.Build(region);
+    for (const int zoom : {-3, 1, 2}) {
+        SCOPED_TRACE(zoom);
+        ViewGeometry geometry{{1000, 700}, zoom, {970, 610}, {0, 0}};
+        geometry.scroll = geometry.ClampedScroll({20, 90});
+        const Rect window = Rect::At({0, 0}, geometry.client);
+        CRegion covered;
+        int64_t area = 0;
+        outline.VisitCovered(geometry, {7, -40}, [&](const Rect& rect) {
+            EXPECT_EQ(rect.Intersected(window), rect);
+            EXPECT_TRUE(covered.Unite(CRegion(rect)));
+            area += int64_t{rect.Width()} * rect.Height();
+        });
+        EXPECT_EQ(covered.Area(), area) << "rectangles overlap";
+        EXPECT_LT(area, int64_t{window.Width()} * window.Height() / 3);
+        CPackedDib shown[] = {CPackedDib::Create(970, 610, 32), CPackedDib::Create(970, 610, 32)};
+        for (const int phase : {0, 1})
+            outline.Paint(ViewOf(shown[phase]), window, geometry, {7, -40}, phase);
+        int changed = 0;
+        for (int y = 0; y < window.bottom; ++y) {
+            for (int x = 0; x < window.right; ++x) {
+                const bool differs = PixelOf(shown[0], x, y) != PixelOf(shown[1], x, y);
+                ASSERT_TRUE(!differs || covered.Contains(Point{x, y})) << x << ' ' << y;
+                changed += differs;
+            }
+        }
+        EXPECT_GT(changed, 100);
+    }
+}
+
 } // namespace

@@ -4,8 +4,84 @@
 #include "support/TestPictures.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <new>
 #include <sstream>
+
+namespace {
+
+std::atomic<int64_t> newsLeft = -1;  ///< until the heap is full; below 0: it never is
+std::atomic<bool> isFull = false;    ///< only what has been given back since can be had
+std::atomic<int64_t> bytesFreed = 0; ///< since then
+
+void* TakeFromHeap(size_t bytes)
+{
+    if (newsLeft >= 0 && newsLeft-- == 0)
+        isFull = true;
+    void* const block = std::malloc(bytes);
+    if (!isFull || block == nullptr)
+        return block;
+    const auto size = static_cast<int64_t>(malloc_usable_size(block));
+    if ((bytesFreed -= size) >= 0)
+        return block;
+    bytesFreed += size;
+    std::free(block);
+    return nullptr;
+}
+
+/// The heap is full after so many requests of operator new, until the guard goes.
+class CFullHeap {
+public:
+    explicit CFullHeap(int64_t after)
+    {
+        bytesFreed = 0;
+        newsLeft = after;
+    }
+    ~CFullHeap()
+    {
+        newsLeft = -1;
+        isFull = false;
+    }
+    CFullHeap(const CFullHeap&) = delete;
+    CFullHeap& operator=(const CFullHeap&) = delete;
+    [[nodiscard]] static bool WasFull() { return isFull; }
+};
+
+} // namespace
+
+// These stand in for the library's functions in this program.
+void* operator new(size_t bytes)
+{
+    while (true) {
+        if (void* const block = TakeFromHeap(bytes == 0 ? 1 : bytes))
+            return block;
+        if (const std::new_handler handler = std::get_new_handler())
+            handler();
+        else
+            throw std::bad_alloc();
+    }
+}
+void* operator new(size_t bytes, const std::nothrow_t&) noexcept
+{
+    try {
+        return operator new(bytes);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+void operator delete(void* block) noexcept
+{
+    if (isFull && block != nullptr)
+        bytesFreed += static_cast<int64_t>(malloc_usable_size(block));
+    std::free(block);
+}
+void operator delete(void* block, size_t) noexcept
+{
+    operator delete(block);
+}
 
 namespace {
 
@@ -135,6 +211,38 @@ TEST(OutOfMemory, LosesNothing)
             EXPECT_TRUE(!isRecorded || scarce.Run(row.undo));
             const bool isBack = scarce.Objects() == untouched;
             EXPECT_TRUE(isBack) << (isRecorded ? "after undo" : "nothing recorded");
+        }
+    }
+}
+
+/// What the statement leaves when nothing is lacking. One reserve counts, so no session is left open.
+std::string ObjectsAfter(const std::string& before, const std::string& statement)
+{
+    CScripted plenty;
+    EXPECT_TRUE(plenty.Run(before) && plenty.Run(statement)) << statement;
+    return plenty.Objects();
+}
+
+/// From whichever request of the library on the heap is full, each statement comes to its end as if it were
+/// not: what is held back is enough for all that is not pixels.
+TEST(OutOfMemory, OfTheLibraryIsNotSeen)
+{
+    for (const Row& row : kRows) {
+        const std::string before = std::string(kDocument) + row.before;
+        const std::string done = ObjectsAfter(before, row.statement);
+        bool wasFull = true;
+        for (int64_t after = 0; wasFull; after += 1 + after / 40) {
+            SCOPED_TRACE(std::string(row.before) + " / " + row.statement + " / " + std::to_string(after));
+            CScripted scarce;
+            ASSERT_TRUE(scarce.Run(before));
+            bool isDone = false;
+            {
+                const CFullHeap heap(after);
+                isDone = scarce.Run(row.statement);
+                wasFull = CFullHeap::WasFull();
+            }
+            EXPECT_TRUE(isDone);
+            EXPECT_TRUE(scarce.Objects() == done);
         }
     }
 }

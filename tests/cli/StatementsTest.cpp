@@ -153,7 +153,7 @@ TEST(Statements, ExportAnAnimation)
     const std::string gif = folder.File("a.gif").string();
     const std::string script = "new 8 6 #102030\nnew-object\nexport-animation " + gif + " loop=2 delay=7\n";
     EXPECT_EQ(RunText(script + "open " + gif + "\nprint canvas").output,
-              "canvas 8 6 parameter 0 background 0 delay 7 transparent 0 control 8 descriptor 0 objects 2\n");
+              "canvas 8 6 parameter 0 background 0 delay 7 transparent 1 control 9 descriptor 0 objects 2\n");
     const ScriptResult hidden = RunText(script + "hide 0 1\nexport-animation " + gif, true);
     EXPECT_EQ(hidden.errors, "refused: export-animation " + gif + "\n");
 }

@@ -188,8 +188,9 @@ TEST(Panel, OneCommandForSeveralObjectsAndNoneForNothing)
     EXPECT_FALSE(b->visible);
     EXPECT_FALSE(SetLocked(test.doc, both, false));
     EXPECT_TRUE(SetTransparency(test.doc, both, 7));
-    EXPECT_TRUE(RenameObject(test.doc, a, std::string(47, 'x') + "\xC3\xA4\xC3\xB6"));
-    EXPECT_EQ(a->image->name, std::string(47, 'x') + "\xC3\xA4") << "48 characters, none cut in half";
+    const std::string stem(47, 'x');
+    EXPECT_TRUE(RenameObject(test.doc, a, stem + "\xC3\xA4\xC3\xB6"));
+    EXPECT_EQ(a->image->name, stem + "\xC3\xA4") << "48 characters, none cut in half";
     test.doc.Undo();
     EXPECT_EQ(a->image->name, "Obj - 1");
 }

@@ -52,6 +52,9 @@ Played Play(const Bytes& file)
     while (reader.ConsumedBytes() < reader.DataBytes()) {
         if (!reader.NextFrame(frame))
             continue;
+        const bool isCleared = (frame.graphicControlByte >> 2 & 7) == 2;
+        EXPECT_TRUE(!isCleared || (frame.graphicControlByte & 1) != 0)
+            << "some clear to the background colour";
         EXPECT_TRUE(playback.Advance(frame));
         played.screens.push_back(playback.Screen().Duplicate());
         played.images.push_back(Rect::At(frame.position, frame.dib.Size()));

@@ -4,6 +4,7 @@
 #include "fileio/GifPlayback.h"
 #include "fileio/GifWriter.h"
 #include "fileio/SaveAs.h"
+#include "fileio/StoredDepth.h"
 #include "support/TestDocument.h"
 #include "support/TestFiles.h"
 
@@ -57,8 +58,49 @@ TEST(FilePreview, ShowsEveryFormatThatCanBeSaved)
         const bool isAnimation = format.extension == ".ani";
         EXPECT_EQ(preview.pictures.size(), isAnimation ? 2u : 1u);
         EXPECT_EQ(preview.parts, isAnimation || format.extension == ".psd" ? 2u : 1u);
-        EXPECT_EQ(preview.depth, isAnimation ? 32 : 24);
+        EXPECT_EQ(preview.isOpaque, !isAnimation);
     }
+}
+
+TEST(StoredDepth, IsThatOfTheFile)
+{
+    TestDocument test;
+    test.Add(RandomDib(40, 30, 3), 0, 0);
+    CTemporaryFolder folder;
+    constexpr struct {
+        const char* name;
+        DibFormat bmpColors;
+        int32_t tiffMode;
+        int depth;
+    } kRows[] = {
+        {"a.bmp", DibFormat::Grays16, 1, 4},     {"b.bmp", DibFormat::HighColors, 1, 16},
+        {"c.bmp", DibFormat::TrueColors, 1, 24}, {"a.jpg", DibFormat::TrueColors, 1, 24},
+        {"a.png", DibFormat::TrueColors, 1, 32}, {"a.tif", DibFormat::TrueColors, 5, 32},
+        {"b.tif", DibFormat::TrueColors, 4, 1},  {"a.tga", DibFormat::TrueColors, 1, 32},
+        {"a.pcx", DibFormat::TrueColors, 1, 24}, {"a.gif", DibFormat::TrueColors, 1, 8},
+        {"a.psd", DibFormat::TrueColors, 1, 32}, {"a.ico", DibFormat::TrueColors, 1, 32},
+        {"a.cur", DibFormat::TrueColors, 1, 32}, {"a.ani", DibFormat::TrueColors, 1, 32},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.name);
+        const std::filesystem::path path = folder.File(row.name);
+        SaveAsOptions options;
+        options.bmpColors = row.bmpColors;
+        test.settings.Set(Setting::TIFFEncodeMode, row.tiffMode);
+        ASSERT_TRUE(SaveDocumentAs(test.doc, path, *FindSaveFormat(path), options));
+        EXPECT_EQ(StoredDepth(*FindFormat(path), path), row.depth);
+    }
+    // Lists in lists, as deep as they fit.
+    std::vector<uint8_t> lists;
+    for (size_t left = kDepthHeadBytes; left > 12; left -= 12) {
+        const auto size = static_cast<uint32_t>(left - 8);
+        for (const char letter : std::string_view("LIST"))
+            lists.push_back(static_cast<uint8_t>(letter));
+        for (int shift = 0; shift < 32; shift += 8)
+            lists.push_back(static_cast<uint8_t>(size >> shift));
+        lists.insert(lists.end(), 4, 'x');
+    }
+    EXPECT_EQ(StoredDepth(*FindFormat("a.avi"), lists), 0);
 }
 
 TEST(FilePreview, ReadsNoMoreOfAnAnimationThanItNeeds)

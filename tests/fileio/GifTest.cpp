@@ -280,6 +280,7 @@ TEST(GifReader, KeepsWhatADefectLeaves)
         {"no clear code at the start", {2, 1, 0x11 | 0x40, 1, 0x01, 0}, 2},
         {"code out of range", {2, 1, 0xCC, 1, 1, 0}, 1},
         {"code out of range after clear", {2, 1, 4 | 6 << 3, 0}, -1},
+        {"second clear code is the first pixel", {2, 2, 0x24, 0x0A, 0}, 2},
         {"ends without end code", {2, 1, 0x8C, 0}, 1},
         {"ends in the file", {2, 200, 0x8C, 0x06}, 4},
         {"code size too large", {12, 3, 0x8C, 0x06, 0x05, 0}, -1},

@@ -12,6 +12,9 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
+// A letter of two bytes straddles the 48 bytes that the file keeps of a name.
+const std::string kNameStem(47, 'n');
+
 CObjectCanvas SmallCanvas()
 {
     CObjectCanvas canvas;
@@ -24,7 +27,7 @@ CObjectCanvas SmallCanvas()
     canvas.graphicControlByte = 9;
     canvas.imageDescriptorByte = 10;
     canvas.objects.Append(ObjectAt(DibOf(2, 2, {0x11223344, 0x11223344, 0xFF000001, 0x80000002}), -2, 7,
-                                   std::string(47, 'n') + "\xC3\xA9"));
+                                   kNameStem + "\xC3\xA9"));
     canvas.objects.At(0)->locked = true;
     canvas.objects.At(0)->transparency = 200;
     canvas.objects.Append(MakeShared<CPicObject>());
@@ -85,7 +88,7 @@ TEST(NativeFile, ReadsEverythingBack)
     EXPECT_EQ(ui.statusTexts, (std::vector<std::string>{"Reading file a.pxd", ""}));
     EXPECT_EQ(ui.positions, (std::vector<int>{0, 0, 20, 40, 60, 80}));
     ASSERT_EQ(read.objects.Count(), canvas.objects.Count());
-    EXPECT_EQ(read.objects.At(0)->image->name, std::string(47, 'n') + "\xC3");
+    EXPECT_EQ(read.objects.At(0)->image->name, kNameStem + "\xC3");
     EXPECT_EQ(read.objects.At(2)->image->name, "object");
     for (size_t index = 0; index < read.objects.Count(); ++index) {
         if (canvas.objects.At(index)->image) {

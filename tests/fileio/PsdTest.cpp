@@ -4,9 +4,13 @@
 #include "fileio/PsdText.h"
 #include "fileio/PsdWriter.h"
 #include "model/Compositing.h"
+#include "platform/io/AtomicFile.h"
 #include "support/Corpus.h"
 #include "support/TestDocument.h"
 #include "support/TestFiles.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -22,10 +26,12 @@ public:
     bool ChooseLayeredFile(LayeredFileChoice& choice) override
     {
         ++asked;
+        simplifies = choice.simplifiesLayers;
         choice = {true, false};
         return accepts;
     }
     int asked = 0;
+    bool simplifies = false;
     bool accepts = false;
 };
 
@@ -105,6 +111,37 @@ TEST(Psd, AsksHowToOpenLayers)
     EXPECT_EQ(objects(), 3u);
 }
 
+TEST(Psd, SaysWhenObjectsCannotShowWhatLayersDo)
+{
+    struct Row {
+        const char* name;
+        std::string_view found;
+        std::string_view put;
+        bool simplifies;
+    };
+    // A layer ends its record with the name in tagged form.
+    const Row kRows[] = {{"plain", "8BIMnorm", "8BIMnorm", false},
+                         {"blending mode", "8BIMnorm", "8BIMmul ", true},
+                         {"effects", "8BIMluni", "8BIMlfx2", true},
+                         {"unknown block", "8BIMluni", "8BIMabcd", false}};
+    const CTemporaryFolder folder;
+    TestDocument test;
+    ASSERT_TRUE(SavePsdFile(Layers(), folder.File("a.psd"), nullptr));
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.name);
+        Bytes bytes = FileContents(folder.File("a.psd"));
+        const auto at = std::ranges::search(bytes, row.found);
+        ASSERT_FALSE(at.empty());
+        std::ranges::copy(row.put, at.begin());
+        ASSERT_TRUE(WriteFileAtomically(folder.File("b.psd"), bytes));
+        CChoosingUi ui;
+        AppServices services{test.settings, ui, test.clipboard, test.names};
+        CObjectCanvas canvas;
+        EXPECT_TRUE(LoadPsdFile(canvas, folder.File("b.psd"), services));
+        EXPECT_EQ(ui.simplifies, row.simplifies);
+    }
+}
+
 TEST(Psd, ReadsPlanesOfEveryKind)
 {
     struct Row {
@@ -133,7 +170,8 @@ TEST(Psd, ReadsPlanesOfEveryKind)
         const std::vector<PsdPlane> planes = ReadPsdPlanes(CByteReader(row.data), row.depth, 3, 2, 1, 1);
         ASSERT_EQ(planes.size(), row.samples.empty() ? 0u : 1u);
         if (!planes.empty()) {
-            EXPECT_EQ(Bytes(planes[0].Bytes().begin(), planes[0].Bytes().end()), row.samples);
+            const auto samples = planes[0].Bytes().first(kSamples.size());
+            EXPECT_EQ(Bytes(samples.begin(), samples.end()), row.samples);
         }
     }
 }

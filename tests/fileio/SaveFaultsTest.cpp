@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "fileio/AnimationExport.h"
 #include "fileio/DocumentFiles.h"
 #include "fileio/SaveAs.h"
 #include "support/FullDisk.h"
@@ -41,13 +42,17 @@ extern "C" int rename(const char* from, const char* to) noexcept
 namespace {
 
 constexpr std::string_view kOld = "the old file";
+constexpr size_t kSaveAsFormats = 11;
 
 struct SaveFaultsTest : testing::Test {
     SaveFaultsTest() { test.Add(RandomDib(40, 30, 7), 0, 0, true); }
 
-    /// By the writer that the ending chooses: the native file's or one of the Save As commands'.
+    /// By the writer that the ending chooses: the native file's or one of the Save As commands'; a name that
+    /// says so is exported as an animation.
     bool Save(const fs::path& path)
     {
+        if (path.filename().string().find("animation") != std::string::npos)
+            return ExportAnimation(test.doc, path, {});
         if (path.extension() == ".pxd")
             return SaveDocument(test.doc, path);
         return SaveDocumentAs(test.doc, path, *FindSaveFormat(path), {});
@@ -55,13 +60,14 @@ struct SaveFaultsTest : testing::Test {
     /// Every writer once, with a file of its format that is in the way.
     template <typename Try> void ForEachWriter(Try tried)
     {
-        std::vector<std::string> endings = {".pxd"};
+        std::vector<std::string> names = {"a.pxd", "animation.gif", "animation.apng"};
         for (const SaveFormatRow& row : SaveFormatTable())
-            endings.emplace_back(row.extension);
-        for (const std::string& ending : endings) {
-            SCOPED_TRACE(ending);
+            names.push_back(std::string("a").append(row.extension));
+        ASSERT_EQ(names.size(), 3 + kSaveAsFormats);
+        for (const std::string& name : names) {
+            SCOPED_TRACE(name);
             const CTemporaryFolder folder;
-            const fs::path path = folder.File("a" + ending);
+            const fs::path path = folder.File(name);
             WriteContents(path, {reinterpret_cast<const uint8_t*>(kOld.data()), kOld.size()});
             tried(path);
         }
@@ -135,7 +141,7 @@ TEST_F(SaveFaultsTest, FolderThatIsGoneOrClosedIsSaid)
 TEST_F(SaveFaultsTest, LinksAndPermissionsSurvive)
 {
     ForEachWriter([&](const fs::path& path) {
-        const fs::path link = path.parent_path() / ("link" + path.extension().string());
+        const fs::path link = path.parent_path() / ("link to " + path.filename().string());
         fs::create_symlink(path.filename(), link);
         ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
         EXPECT_TRUE(Save(link));

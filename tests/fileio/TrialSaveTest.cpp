@@ -22,6 +22,7 @@ TEST(TrySave, GivesTheLengthAndThePictureOfTheFileThatIsSaved)
 {
     TestDocument test;
     test.Add(RandomDib(40, 30, 5), 0, 0);
+    test.Add(RandomDib(40, 30, 6), 0, 0);
     CTemporaryFolder folder;
     SaveAsOptions options;
     options.bmpColors = DibFormat::Grays16;
@@ -34,7 +35,9 @@ TEST(TrySave, GivesTheLengthAndThePictureOfTheFileThatIsSaved)
         ASSERT_TRUE(SaveDocumentAs(test.doc, path, format, options));
         ASSERT_TRUE(trial.has_value());
         EXPECT_EQ(trial->fileBytes, std::filesystem::file_size(path));
-        EXPECT_EQ(trial->picture.Size(), test.doc.Canvas().Size());
+        const bool keepsFrames = LimitsOf(format, options, test.settings).keepsFrames;
+        ASSERT_EQ(trial->pictures.size(), keepsFrames ? 2u : 1u);
+        EXPECT_EQ(trial->pictures.back().Size(), test.doc.Canvas().Size());
     }
     test.doc.Canvas().width = 70000;
     EXPECT_FALSE(TrySave(test.doc.Canvas(), *FindSaveFormat("a.gif"), options, test.settings).has_value());

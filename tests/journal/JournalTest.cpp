@@ -3,7 +3,9 @@
 
 #include "platform/io/ByteWriter.h"
 #include "platform/io/FileBytes.h"
+#include "support/FullDisk.h"
 #include "support/RandomEditor.h"
+#include "support/TestFiles.h"
 
 #include <cstring>
 
@@ -47,7 +49,8 @@ std::vector<ShownState> Walk(CPixoluneDoc& doc)
 
 /// A document that is edited at random and the states that its journal has to tell, one for each entry.
 struct JournalledEditing {
-    explicit JournalledEditing(uint32_t seed, int steps) : editor(test, seed)
+    /// rewrites: the journal is written anew time and again.
+    explicit JournalledEditing(uint32_t seed, int steps, bool rewrites = false) : editor(test, seed)
     {
         test.settings.Set(Setting::UndoMaxTimes, 2 + static_cast<int>(seed % 30));
         test.doc.Canvas().width = test.doc.Canvas().height = 10;
@@ -66,14 +69,33 @@ struct JournalledEditing {
             test.doc.NotifyObjectSelectionChanged();
             if (journal.Flush())
                 states.push_back(ShownState::Of(test.doc));
-            if (editor.Below(2) == 0)
+            if (rewrites && editor.Below(6) == 0)
+                journal.Rewrite();
+            for (int works = editor.Below(rewrites ? 12 : 2); works > 0; --works)
                 journal.Work(std::chrono::steady_clock::now());
-            editor.Tidy();
+            if (rewrites)
+                CheckWhatIsThere();
+            else
+                editor.Tidy();
         }
         journal.Finish();
         writer.Drain();
-        const auto block = ReadFileBytes(file);
-        bytes.assign(block->Bytes().begin(), block->Bytes().end());
+        bytes = FileContents(file);
+    }
+
+    /// The file tells the document as it was at some time, and never an earlier one than before.
+    void CheckWhatIsThere()
+    {
+        writer.Drain();
+        TestDocument other;
+        const auto recovered = RecoverDocument(FileContents(file), other.services);
+        ASSERT_TRUE(recovered || told == 0);
+        if (!recovered)
+            return;
+        const auto state = std::find(states.begin() + static_cast<ptrdiff_t>(told), states.end(),
+                                     ShownState::Of(*recovered->document));
+        ASSERT_NE(state, states.end());
+        told = static_cast<size_t>(state - states.begin());
     }
 
     CTemporaryFolder folder;
@@ -82,21 +104,107 @@ struct JournalledEditing {
     CRandomEditor editor;
     CJournalWriter writer;
     std::vector<ShownState> states;
+    size_t told = 0; ///< of the states
     Bytes bytes;
 };
 
 TEST(Journal, BringsBackDocumentAndHistoryOfRandomEditing)
 {
-    for (uint32_t seed = 1; seed <= 200; ++seed) {
+    for (uint32_t seed = 1; seed <= 300; ++seed) {
         SCOPED_TRACE(seed);
-        JournalledEditing editing(seed, 50);
-        auto recovered = RecoverDocument(editing.bytes, editing.test.services);
+        JournalledEditing editing(seed, 50, seed % 3 == 0);
+        ASSERT_FALSE(HasFailure());
+        TestDocument other;
+        auto recovered = RecoverDocument(editing.bytes, other.services);
         ASSERT_TRUE(recovered);
         EXPECT_EQ(recovered->extent.bytes, editing.bytes.size());
         ASSERT_EQ(ShownState::Of(*recovered->document), editing.states.back());
+        EXPECT_EQ(other.names.Next(), editing.test.names.Next()) << "the next object's name";
         ASSERT_EQ(Walk(*recovered->document), Walk(editing.test.doc));
         editing.editor.ForgetTidying();
     }
+}
+
+/// A document whose strokes and transforms each change pixels that do not pack.
+struct LongSession {
+    LongSession() { test.Add(RandomDib(kSide, kSide, 1), 0, 0, true); }
+    void Step(uint32_t seed)
+    {
+        auto command = std::make_unique<CTransformCommand>(TransformKind::Blur);
+        const Ref<CRasterImage> image = test.doc.Canvas().objects.Top()->image;
+        command->AddPicture(image, image->Exchange(RandomDib(kSide, kSide, seed)));
+        test.doc.Record(std::move(command));
+    }
+    static constexpr int kSide = 64;
+    TestDocument test;
+    CTemporaryFolder folder;
+    std::filesystem::path file = folder.File("1.journal");
+    CJournalWriter writer;
+};
+
+TEST(Journal, OfALongSessionStaysBounded)
+{
+    constexpr uint64_t kPicture = LongSession::kSide * LongSession::kSide * 4;
+    constexpr uint64_t kMostKept = 4;
+    LongSession session;
+    session.test.settings.Set(Setting::UndoMaxTimes, static_cast<int>(kMostKept) - 1);
+    CDocumentJournal journal(session.test.doc, session.writer, session.writer.Open(session.file));
+    for (uint32_t step = 2; step < 200; ++step) {
+        session.Step(step);
+        journal.Finish();
+        session.writer.Drain();
+        const uint64_t held = (kMostKept + 1) * kPicture * 11 / 10;
+        ASSERT_LE(std::filesystem::file_size(session.file),
+                  std::max(kLeastRewrittenBytes, kMostJournalGrowth * held) + 2 * kPicture);
+    }
+    TestDocument other;
+    const auto recovered = RecoverDocument(session.file, other.services);
+    ASSERT_TRUE(recovered);
+    EXPECT_EQ(Walk(*recovered->document), Walk(session.test.doc));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(session.folder.Path()), {}), 1);
+}
+
+TEST(Journal, IsWholeAgainAfterTheDiskWasFull)
+{
+    LongSession session;
+    CDocumentJournal journal(session.test.doc, session.writer, session.writer.Open(session.file));
+    journal.Finish();
+    session.writer.Drain();
+    {
+        const CFullDisk disk(std::filesystem::file_size(session.file) + 1000);
+        session.Step(2);
+        journal.Finish();
+        session.writer.Drain();
+    }
+    session.Step(3);
+    journal.Finish(); // sees that something is missing
+    session.Step(4);
+    journal.Finish();
+    session.writer.Drain();
+    TestDocument other;
+    const auto recovered = RecoverDocument(session.file, other.services);
+    ASSERT_TRUE(recovered);
+    EXPECT_EQ(ShownState::Of(*recovered->document), ShownState::Of(session.test.doc));
+    EXPECT_EQ(Walk(*recovered->document), Walk(session.test.doc));
+}
+
+TEST(Journal, IsWholeAgainAfterMemoryRanOut)
+{
+    LongSession session;
+    CDocumentJournal journal(session.test.doc, session.writer, session.writer.Open(session.file));
+    session.Step(2);
+    journal.Distrust();
+    session.Step(3);
+    journal.Flush();
+    session.Step(4);
+    session.test.doc.Undo();
+    journal.Finish();
+    session.writer.Drain();
+    TestDocument other;
+    const auto recovered = RecoverDocument(session.file, other.services);
+    ASSERT_TRUE(recovered);
+    EXPECT_EQ(ShownState::Of(*recovered->document), ShownState::Of(session.test.doc));
+    EXPECT_EQ(Walk(*recovered->document), Walk(session.test.doc));
 }
 
 TEST(Journal, CanBeGoneOnWithAfterRecovery)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/BlendRows.h"
 
+#include "model/AlphaRange.h"
 #include "model/BlendPixels.h"
+#include "support/TestPictures.h"
 #include "support/VectorTargets.h"
 
 #include <random>
@@ -87,17 +89,20 @@ TEST(BlendRows, AnyLengthAndMixtureOfAlphas)
     });
 }
 
-TEST(BlendRows, OneTransparentPixelMakesARowNotOpaque)
+TEST(BlendRows, AlphaRangeIsThatOfAllPixelsAndOfNoOthers)
 {
-    ForEachVectorTarget([] {
-        for (size_t pixels = 0; pixels < 70; ++pixels) {
-            Row row(pixels * 4, 255);
-            EXPECT_TRUE(IsRowOpaque(row.data(), pixels));
-            for (size_t at = 0; at < pixels; ++at) {
-                row[at * 4 + 3] = 254;
-                EXPECT_FALSE(IsRowOpaque(row.data(), pixels)) << at << " of " << pixels;
-                row[at * 4 + 3] = 255;
+    CPackedDib picture = RandomDib(90, 12, 5);
+    ForEachVectorTarget([&] {
+        for (int width = 1; width < 70; ++width) {
+            const BitmapView part = ViewOf(picture).Part(Rect::At({width / 4, width % 9}, {width, 3}));
+            AlphaRange expected{255, 0};
+            for (int y = 0; y < part.height; ++y) {
+                for (int x = 0; x < width; ++x) {
+                    const uint8_t alpha = part.Row(y)[ptrdiff_t{x} * 4 + 3];
+                    expected = expected.United({alpha, alpha});
+                }
             }
+            EXPECT_EQ(FindAlphaRange(part), expected) << width;
         }
     });
 }

@@ -3,6 +3,7 @@
 
 #include "model/DibOperations.h"
 #include "support/TestPictures.h"
+#include "support/VectorTargets.h"
 
 #include <climits>
 
@@ -190,6 +191,43 @@ TEST(Compositing, DisplayDrawsVisibleObjectsInOrderAndTheFloatingImageAboveItsOb
                     reference::Draw(expected, origin, floating, {40, 20}, 11, zoom, reference::Weighted);
             }
             EXPECT_TRUE(SameBytes(drawn, expected));
+        }
+    }
+}
+
+/// So many layers that nothing of the background comes through: with pixels of all kinds but few clear ones,
+/// or with veils of one colour, where what lies below still decides the last bits.
+CObjectCanvas DeepStack(bool isOfVeils)
+{
+    CObjectCanvas canvas = StackOf({});
+    for (uint32_t i = 0; i < (isOfVeils ? 160 : 60); ++i) {
+        CPackedDib picture = RandomDib(300, 260, isOfVeils ? 20 : 20 + i);
+        for (size_t at = 3; at < picture.Bits().size(); at += 4) {
+            uint8_t& alpha = picture.Bits()[at];
+            alpha = static_cast<uint8_t>(isOfVeils ? 25 : 40 + alpha / 2 + (at / 4096 + i) % 3 * 44);
+        }
+        canvas.objects.Append(ObjectAt(std::move(picture), -static_cast<int>(i % 7), -3));
+        canvas.objects.At(i)->transparency = i % 11 == 0 ? 9 : 0;
+    }
+    return canvas;
+}
+
+TEST(Compositing, DeepStacksEqualTheReferenceBitForBit)
+{
+    for (const bool isOfVeils : {false, true}) {
+        const CObjectCanvas canvas = DeepStack(isOfVeils);
+        for (const int zoom : {1, 3, -2}) {
+            SCOPED_TRACE(testing::Message() << "zoom " << zoom << (isOfVeils ? " veils" : ""));
+            const CPackedDib before = RandomDib(100, 40, 11);
+            CPackedDib expected = before.Duplicate();
+            for (const Ref<CPicObject>& object : canvas.objects)
+                reference::Draw(expected, {0, 0}, object->image->Dib(), {object->x, object->y},
+                                object->transparency, zoom, reference::Weighted);
+            ForEachVectorTarget([&] {
+                CPackedDib drawn = before.Duplicate();
+                CompositeForDisplay(ViewOf(drawn), {0, 0}, canvas, zoom);
+                EXPECT_TRUE(SameBytes(drawn, expected));
+            });
         }
     }
 }

@@ -7,9 +7,15 @@ namespace {
 
 using enum CommandId;
 
+/// Undo gives up what is being drawn.
+bool IsDrawing(const CommandContext& context)
+{
+    return HasView(context) && context.view->IsBusy();
+}
+
 bool CanUndo(const CommandContext& context)
 {
-    return HasDocument(context) && context.document->History().UndoItem().enabled;
+    return HasDocument(context) && (context.document->History().UndoItem().enabled || IsDrawing(context));
 }
 
 bool CanRedo(const CommandContext& context)
@@ -19,7 +25,7 @@ bool CanRedo(const CommandContext& context)
 
 bool Undo(CommandContext& context)
 {
-    // A drag under way belongs to a state that is about to go.
+    // A shape of several clicks is still under way; a drag has just become the newest step.
     if (context.view != nullptr && context.view->CancelDrag())
         return true;
     return context.document->Undo();
@@ -34,6 +40,8 @@ bool Redo(CommandContext& context)
 
 std::string UndoText(const CommandContext& context)
 {
+    if (IsDrawing(context) && !context.document->History().UndoItem().enabled)
+        return std::string(FindCommand(EditUndo).text);
     return HasDocument(context) ? context.document->History().UndoItem().text
                                 : std::string(SourceText(Str::CantUndo));
 }
@@ -46,7 +54,6 @@ std::string RedoText(const CommandContext& context)
 
 template <bool (*command)(CPixoluneView&)> bool OnView(CommandContext& context)
 {
-    context.view->CancelDrag();
     return command(*context.view);
 }
 

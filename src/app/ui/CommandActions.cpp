@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/CommandActions.h"
 
+#include "app/HelpPages.h"
 #include "app/ui/Shortcuts.h"
 #include "app/ui/ToolBarKeys.h"
+#include "platform/ui/HelpPage.h"
 #include "platform/ui/Mnemonics.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
@@ -11,6 +13,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 
+#include <functional>
 #include <set>
 
 namespace {
@@ -65,6 +68,7 @@ void CCommandActions::CreateAction(const CommandRow& row, QWidget& window)
 {
     auto* action = new QAction(ThemedIcon(row.icon), TranslatedQString(row.text), this);
     action->setStatusTip(TranslatedQString(row.prompt));
+    SetHelpPage(*action, ToQString(HelpPage(row.id)));
     action->setCheckable(row.isChecked != nullptr);
     // Platforms that move such entries into a menu of their own are not to guess from the texts.
     action->setMenuRole(row.id == CommandId::FileExit          ? QAction::QuitRole
@@ -73,7 +77,12 @@ void CCommandActions::CreateAction(const CommandRow& row, QWidget& window)
                                                                : QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, id = row.id] {
         CommandContext context = m_context();
-        RunCommand(context, id);
+        const auto run = [&] { RunCommand(context, id); };
+        const auto giveUp = [&] {
+            if (context.view != nullptr)
+                context.view->CancelDrag();
+        };
+        context.app.RunWithinMemory(std::ref(run), giveUp);
         Q_EMIT Ran();
     });
     window.addAction(action);

@@ -89,7 +89,7 @@ QStandardItem* MakeItem(const CommandRow& row, const CommandContext& context, co
     CommandContext own = context;
     own.id = row.id;
     const bool isEnabled = row.isEnabled(own);
-    QString name = ToQString(row.currentText ? row.currentText(own) : CommandName(row));
+    QString name = row.currentText ? TranslatedQString(row.currentText(own)) : ToQString(CommandName(row));
     name.remove(QLatin1Char('&'));
     QString place = ToQString(CommandPlace(row));
     if (!isEnabled)
@@ -98,7 +98,7 @@ QStandardItem* MakeItem(const CommandRow& row, const CommandContext& context, co
 
     auto* item = new QStandardItem(ThemedIcon(row.icon), name);
     item->setEditable(false);
-    item->setToolTip(ToQString(row.prompt));
+    item->setToolTip(TranslatedQString(row.prompt));
     item->setData(static_cast<int>(row.id), kId);
     item->setData(place, kPlace);
     item->setData(keys, kKeys);

@@ -71,11 +71,10 @@ CPixoluneDoc* CFileDialogs::OpenWholeObjects(const std::filesystem::path& path)
     std::optional<NativeSalvage> salvage = SalvageNativeFile(path);
     if (!salvage || salvage->canvas.objects.IsEmpty())
         return nullptr;
-    const std::string counts =
-        std::to_string(salvage->canvas.objects.Count()) + " of " + std::to_string(salvage->statedObjects);
     QMessageBox box(QMessageBox::Question, ToQString(Str::ApplicationTitle),
-                    ToQString(Text(Str::OpenWholeObjects, counts)), QMessageBox::Yes | QMessageBox::No,
-                    &m_window);
+                    ToQString(Text(Str::OpenWholeObjects, static_cast<int>(salvage->canvas.objects.Count()),
+                                   static_cast<int>(salvage->statedObjects))),
+                    QMessageBox::Yes | QMessageBox::No, &m_window);
     return box.exec() == QMessageBox::Yes
                ? m_app.AdoptDocument(std::move(salvage->canvas), path.filename().string())
                : nullptr;

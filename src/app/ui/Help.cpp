@@ -3,31 +3,26 @@
 
 #include "app/ui/HelpWindow.h"
 #include "app/ui/Shortcuts.h"
+#include "platform/ui/HelpPage.h"
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QWindow>
 
 namespace {
-
-constexpr const char* kPageProperty = "helpPage";
 
 /// The page of a part or of the nearest part around it, up to its window.
 QString PageOf(const QWidget* part)
 {
     for (; part; part = part->isWindow() ? nullptr : part->parentWidget()) {
-        if (const QVariant page = part->property(kPageProperty); page.isValid())
-            return page.toString();
+        if (QString page = HelpPageOf(*part); !page.isEmpty())
+            return page;
     }
     return {};
 }
 
 } // namespace
-
-void SetHelpPage(QWidget& part, const char* page)
-{
-    part.setProperty(kPageProperty, QLatin1String(page));
-}
 
 CHelp::CHelp(const CShortcuts& shortcuts, QSettings& configuration, PageSource currentPage)
     : m_shortcuts(shortcuts), m_configuration(configuration), m_currentPage(std::move(currentPage))
@@ -66,16 +61,33 @@ void CHelp::ShowFor(const QWidget* part)
     Show(page.isEmpty() ? m_currentPage() : page);
 }
 
+void CHelp::ShowForMenus()
+{
+    QString page;
+    while (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+        // The innermost menu has the entry that is meant.
+        if (page.isEmpty() && menu->activeAction())
+            page = HelpPageOf(*menu->activeAction());
+        menu->close();
+    }
+    Show(page.isEmpty() ? m_currentPage() : page);
+}
+
 bool CHelp::eventFilter(QObject* watched, QEvent* event)
 {
     // The help command's own shortcut serves the main window only.
-    if (event->type() != QEvent::KeyPress || !watched->isWidgetType() || !QApplication::activeModalWidget())
+    QWidget* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType() || !(menu || dialog))
         return false;
     const auto* part = static_cast<const QWidget*>(watched);
     const auto* key = static_cast<const QKeyEvent*>(event);
-    if (part->window() != QApplication::activeModalWidget() ||
+    if ((!menu && part->window() != dialog) ||
         !m_shortcuts.Of(CommandId::HelpTopics).contains(QKeySequence(key->keyCombination())))
         return false;
-    ShowFor(part);
+    if (menu)
+        ShowForMenus();
+    else
+        ShowFor(part);
     return true;
 }

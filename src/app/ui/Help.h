@@ -11,11 +11,8 @@ class CShortcuts;
 class QSettings;
 class QWidget;
 
-/// Names the page that describes a part of the program; it is shown when help is asked for in there.
-void SetHelpPage(QWidget& part, const char* page);
-
-/// Help for the whole program: its window is made when it is asked for. In dialogs the keys of the help
-/// command work as well.
+/// Help for the whole program: its window is made when it is asked for. In dialogs and open menus the keys of
+/// the help command work as well.
 class CHelp final : public QObject {
     Q_OBJECT
 
@@ -37,6 +34,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void ShowForMenus();
+
     const CShortcuts& m_shortcuts;
     QSettings& m_configuration;
     PageSource m_currentPage;

@@ -103,7 +103,7 @@ void CKeyboardPage::FillTree()
         }
         auto* item = new QTreeWidgetItem(parent, {ToQString(CommandName(row))});
         item->setIcon(0, ThemedIcon(row.icon));
-        item->setToolTip(0, ToQString(row.prompt));
+        item->setToolTip(0, TranslatedQString(row.prompt));
         item->setData(0, kCommandRole, static_cast<int>(row.id));
     }
 }

@@ -19,6 +19,7 @@
 #include "app/ui/StatusBar.h"
 #include "canvas/ui/CanvasAccessibility.h"
 #include "canvas/ui/CanvasWidget.h"
+#include "platform/ui/HelpPage.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
 
@@ -190,7 +191,7 @@ void CMainFrame::CreatePanels()
                 {m_objectsDock, "ObjectsPanel", Str::ObjectsPanel, "objects-panel", kObjectsSize}};
     for (const auto& row : rows) {
         row.dock = new CPanelDock(ToQString(row.title), QLatin1String(row.name), row.size);
-        SetHelpPage(*row.dock, row.helpPage);
+        SetHelpPage(*row.dock, QLatin1String(row.helpPage));
         m_panels->Add(*row.dock);
         connect(row.dock, &QDockWidget::visibilityChanged, this, &CMainFrame::ScheduleRefresh);
     }
@@ -245,6 +246,13 @@ void CMainFrame::SaveLayout()
 
 CChildFrame* CMainFrame::OpenFile(const QString& path)
 {
+    for (CChildFrame* frame : m_area->Frames()) {
+        std::error_code error;
+        if (std::filesystem::equivalent(frame->Document().Path(), ToPath(path), error)) {
+            m_area->setActiveSubWindow(frame);
+            return frame;
+        }
+    }
     CPixoluneDoc* document = m_files.Open(path);
     return document ? Show(*document) : nullptr;
 }
@@ -263,6 +271,7 @@ void CMainFrame::Connect(CChildFrame& frame)
     CCanvasWidget& canvas = frame.Canvas();
     connect(&frame, &CChildFrame::StateChanged, this, &CMainFrame::ScheduleRefresh);
     connect(&frame, &CChildFrame::StateChanged, m_idleWorker, &CIdleWorker::Wake);
+    connect(&canvas, &CCanvasWidget::BusyChanged, this, &CMainFrame::ScheduleRefresh);
     connect(&canvas, &CCanvasWidget::PointerTextChanged, m_statusBar, &CStatusBar::SetPointerText);
     connect(&canvas, &CCanvasWidget::DraggedRectTextChanged, m_statusBar, &CStatusBar::SetDraggedRectText);
     connect(&canvas, &CCanvasWidget::ColorUnderPointer, this, [this](uint32_t pixel) {

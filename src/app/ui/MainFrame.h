@@ -31,7 +31,8 @@ public:
     ~CMainFrame() override;
 
     [[nodiscard]] CStatusBar& StatusBar() { return *m_statusBar; }
-    /// Opens the file in a new window; none when it cannot be loaded, which the user has been told.
+    /// Opens the file in a new window, or shows the one that it is open in; none when it cannot be loaded,
+    /// which the user has been told.
     CChildFrame* OpenFile(const QString& path);
     /// Shows a document in a window, or in another one.
     CChildFrame* Show(CPixoluneDoc& document);

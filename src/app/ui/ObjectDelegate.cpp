@@ -2,6 +2,7 @@
 #include "app/ui/ObjectDelegate.h"
 
 #include "app/ui/ObjectListModel.h"
+#include "document/PanelOperations.h"
 #include "platform/ui/ThemedIcon.h"
 
 #include <QApplication>
@@ -13,7 +14,6 @@ namespace {
 constexpr int kIcon = 18;
 constexpr int kGap = 6;
 constexpr int kPadding = 4;
-constexpr int kNameLimit = 48;
 
 QString Details(const CPicObject& object)
 {
@@ -117,7 +117,7 @@ QWidget* CObjectDelegate::createEditor(QWidget* parent, const QStyleOptionViewIt
                                        const QModelIndex& /*index*/) const
 {
     auto* edit = new QLineEdit(parent);
-    edit->setMaxLength(kNameLimit);
+    edit->setMaxLength(static_cast<int>(kMaxNameCharacters));
     return edit;
 }
 

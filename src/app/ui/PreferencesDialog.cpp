@@ -5,6 +5,7 @@
 #include "app/ui/KeyboardPage.h"
 #include "platform/settings/Settings.h"
 #include "platform/ui/ColorButton.h"
+#include "platform/ui/HelpPage.h"
 #include "platform/ui/QtText.h"
 
 #include <QDialogButtonBox>
@@ -25,7 +26,7 @@ CPreferencesDialog::CPreferencesDialog(CSettings& settings, CShortcuts& shortcut
 
     auto* pages = new QTabWidget;
     pages->addTab(CreateGeneralPage(), ToQString(Str::GeneralPage));
-    SetHelpPage(*m_keyboard, "preferences-keyboard");
+    SetHelpPage(*m_keyboard, QStringLiteral("preferences-keyboard"));
     pages->addTab(m_keyboard, ToQString(Str::KeyboardPage));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);

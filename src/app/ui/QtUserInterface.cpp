@@ -4,6 +4,7 @@
 #include "app/ui/Help.h"
 #include "app/ui/StatusBar.h"
 #include "fileio/ui/LayeredFileDialog.h"
+#include "platform/ui/HelpPage.h"
 #include "platform/ui/QtText.h"
 
 #include <QCheckBox>
@@ -24,7 +25,7 @@ void CQtUserInterface::ShowMessage(const std::string& text)
     QMessageBox box(QMessageBox::Warning, ToQString(Str::ApplicationTitle), ToQString(text), QMessageBox::Ok,
                     m_window);
     box.setTextFormat(Qt::PlainText);
-    SetHelpPage(box, "messages");
+    SetHelpPage(box, QStringLiteral("messages"));
     box.exec();
 }
 
@@ -50,7 +51,7 @@ bool CQtUserInterface::ChooseLayeredFile(LayeredFileChoice& choice)
     if (!m_attended)
         return false;
     CLayeredFileDialog dialog(choice, m_window);
-    SetHelpPage(dialog, "format-psd");
+    SetHelpPage(dialog, QStringLiteral("format-psd"));
     if (dialog.exec() != QDialog::Accepted)
         return false;
     choice = dialog.Choice();

@@ -2,6 +2,7 @@
 #include "app/ui/RecoverDialog.h"
 
 #include "model/Compositing.h"
+#include "platform/ui/HelpPage.h"
 #include "platform/ui/QtPicture.h"
 #include "platform/ui/QtText.h"
 
@@ -61,6 +62,7 @@ CRecoverDialog::CRecoverDialog(std::vector<LeftBehind> documents, std::function<
     : QDialog(parent), m_documents(std::move(documents)), m_recover(std::move(recover)),
       m_confirm(std::move(confirm)), m_list(new QListWidget)
 {
+    SetHelpPage(*this, QStringLiteral("recover"));
     setWindowTitle(ToQString(Str::RecoverDocuments));
     auto* note = new QLabel(ToQString(Str::RecoverNote));
     note->setWordWrap(true);

@@ -5,6 +5,7 @@
 #include "canvas/ui/FillBannerDialog.h"
 #include "platform/settings/Settings.h"
 #include "platform/ui/DialogPlacement.h"
+#include "platform/ui/HelpPage.h"
 #include "platform/ui/QtText.h"
 #include "platform/ui/ThemedIcon.h"
 #include "platform/ui/ValueControl.h"
@@ -65,6 +66,7 @@ CSettings& CAddTextDialog::SettingsOf(CPixoluneView& view)
 
 void CAddTextDialog::SetUp()
 {
+    SetHelpPage(*this, QStringLiteral("tool-text"));
     setWindowTitle(ToQString(Str::AddText));
     m_preview.setSingleShot(true);
     connect(&m_preview, &QTimer::timeout, this, &CAddTextDialog::Preview);

@@ -60,6 +60,7 @@ CCanvasWidget::CCanvasWidget(CPixoluneView& view, QWidget* parent) : QAbstractSc
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setAttribute(Qt::WA_NoSystemBackground);
     m_view.SetHost(this);
+    TakeColours();
     OnCursorChanged(m_view.Cursor());
 }
 
@@ -108,6 +109,20 @@ void CCanvasWidget::hideEvent(QHideEvent* event)
 {
     QAbstractScrollArea::hideEvent(event);
     m_view.ForgetPainting();
+}
+
+void CCanvasWidget::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        TakeColours();
+    QAbstractScrollArea::changeEvent(event);
+}
+
+void CCanvasWidget::TakeColours()
+{
+    const QPalette& colours = palette();
+    m_view.SetSurroundings({colours.color(QPalette::Window).rgb(), colours.color(QPalette::Midlight).rgb(),
+                            colours.color(QPalette::Dark).rgb()});
 }
 
 void CCanvasWidget::OnPlaybackChanged()

@@ -34,6 +34,8 @@ Q_SIGNALS:
     /// The context menu is asked for, at a point of the screen; what is under the pointer has been selected.
     void MenuRequested(const QPoint& globalPosition);
     void ToolModeChanged();
+    /// Something is being drawn or dragged now, or no longer.
+    void BusyChanged();
     /// The colour picker is over a pixel, 0xAARRGGBB.
     void ColorUnderPointer(uint32_t pixel);
     /// A paint colour of the settings was picked.
@@ -56,6 +58,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
@@ -64,6 +67,7 @@ private:
     void OnPointerText(const std::string& text) override;
     void OnDraggedRectText(const std::string& text) override;
     void OnToolModeChanged() override;
+    void OnBusyChanged() override { Q_EMIT BusyChanged(); }
     void OnCursorChanged(CursorShape shape) override;
     void OnColourUnderPointer(uint32_t pixel) override { Q_EMIT ColorUnderPointer(pixel); }
     void OnPaintColoursChanged() override { Q_EMIT PaintColorsChanged(); }
@@ -74,6 +78,7 @@ private:
     [[nodiscard]] Point ToClient(const QPointF& position) const;
     [[nodiscard]] MouseInput ToInput(const QMouseEvent& event) const;
     void UpdateClientSize();
+    void TakeColours();
     void UpdateScrollBars();
     void ShowCursor();
     void PaintFocus(QPainter& painter) const;

@@ -24,12 +24,12 @@ QString ToDialogFilter(std::string_view filter)
     const QStringList parts = ToQString(filter).split(QLatin1Char('|'));
     QString patterns = parts.value(1);
     patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
-    return QString(kNameAndPatterns).arg(parts.value(0), patterns);
+    return QString(kNameAndPatterns).arg(TranslatedQString(ToUtf8(parts.value(0))), patterns);
 }
 
 QString FilterOf(std::string_view name, std::string_view extensions)
 {
-    return QString(kNameAndPatterns).arg(ToQString(name), PatternsOf(extensions));
+    return QString(kNameAndPatterns).arg(TranslatedQString(name), PatternsOf(extensions));
 }
 
 QStringList OpenFilters()

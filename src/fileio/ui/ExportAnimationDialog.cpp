@@ -2,6 +2,7 @@
 #include "fileio/ui/ExportAnimationDialog.h"
 
 #include "fileio/ui/DialogFilters.h"
+#include "fileio/ui/FileDialogParts.h"
 #include "platform/ui/DialogPlacement.h"
 #include "platform/ui/FrameTime.h"
 #include "platform/ui/PictureView.h"
@@ -41,6 +42,7 @@ CExportAnimationDialog::CExportAnimationDialog(const CObjectCanvas& canvas, cons
 {
     // The window system's own dialog has no room for the options.
     setOption(DontUseNativeDialog);
+    FitColumns(*this);
     setAcceptMode(AcceptSave);
     setFileMode(AnyFile);
     setNameFilters(Filters());

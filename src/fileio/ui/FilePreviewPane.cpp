@@ -25,9 +25,14 @@ constexpr Str kFailures[] = {Str::PreviewUnreadable, Str::PreviewUnknownFormat, 
 
 QString Describe(const FilePreview& preview)
 {
-    QStringList lines(ToQString(preview.format->name));
+    QStringList lines(TranslatedQString(preview.format->name));
     lines += ToQString(Text(Str::PreviewSize, preview.size.width, preview.size.height));
-    lines += ToQString(preview.depth == 32 ? Str::PreviewWithAlpha : Str::PreviewOpaque);
+    QStringList kind;
+    if (preview.depth > 0)
+        kind += ToQString(Text(Str::PreviewDepth, std::to_string(preview.depth)));
+    if (!preview.isOpaque)
+        kind += ToQString(Str::PreviewTransparent);
+    lines += kind.join(QLatin1String(", "));
     if (preview.format->contents != FileContents::Picture) {
         const std::string count = std::to_string(preview.parts) + (preview.hasMore ? "+" : "");
         lines += ToQString(Text(kPartsOf[static_cast<size_t>(preview.format->contents)], count));

@@ -30,6 +30,12 @@ CLayeredFileDialog::CLayeredFileDialog(const LayeredFileChoice& choice, QWidget*
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(text);
+    if (choice.simplifiesLayers) {
+        auto* note = new QLabel(ToQString(Str::ObjectsSimplifyLayers));
+        note->setObjectName("note");
+        note->setWordWrap(true);
+        layout->addWidget(note);
+    }
     layout->addWidget(layers);
     layout->addWidget(m_showAgain);
     layout->addWidget(buttons);
@@ -37,5 +43,5 @@ CLayeredFileDialog::CLayeredFileDialog(const LayeredFileChoice& choice, QWidget*
 
 LayeredFileChoice CLayeredFileDialog::Choice() const
 {
-    return {m_asOnePicture->isChecked(), m_showAgain->isChecked()};
+    return {m_asOnePicture->isChecked(), m_showAgain->isChecked(), false};
 }

@@ -2,6 +2,7 @@
 #include "fileio/ui/SaveAsDialog.h"
 
 #include "fileio/ui/DialogFilters.h"
+#include "fileio/ui/FileDialogParts.h"
 #include "fileio/ui/SaveAsPanel.h"
 #include "fileio/ui/SavePreview.h"
 #include "platform/ui/DialogPlacement.h"
@@ -11,7 +12,8 @@
 
 CSaveAsDialog::CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, const CObjectCanvas& canvas,
                              const QString& folder, const QString& name, QWidget* parent)
-    : QFileDialog(parent, ToQString(format.tip), folder, ToDialogFilter(format.filter)), m_settings(settings)
+    : QFileDialog(parent, TranslatedQString(format.tip), folder, ToDialogFilter(format.filter)),
+      m_settings(settings)
 {
     const QString ending = ToQString(format.extension);
     setAcceptMode(AcceptSave);
@@ -23,10 +25,10 @@ CSaveAsDialog::CSaveAsDialog(const SaveFormatRow& format, CSettings& settings, c
         return;
     // The window system's own dialog has no room for the options.
     setOption(DontUseNativeDialog);
+    FitColumns(*this);
     m_panel = new CSaveAsPanel(format.panel, settings, canvas.Size());
     QWidget* below = m_panel;
-    // A format that keeps the frames is not written from the flattened picture.
-    if (!LimitsOf(format, m_options, settings).keepsFrames) {
+    if (CSavePreview::CanShow(canvas, format)) {
         m_preview = new CSavePreview(canvas, format, m_panel);
         below = m_preview;
         connect(m_panel, &CSaveAsPanel::Changed, this, &CSaveAsDialog::ShowPreview);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/ui/SavePreview.h"
 
+#include "fileio/AnimationFrames.h"
+#include "fileio/FilePreview.h"
 #include "fileio/SinglePicture.h"
 #include "model/Compositing.h"
+#include "platform/ui/FrameTime.h"
 #include "platform/ui/PictureView.h"
 #include "platform/ui/QtPicture.h"
 #include "platform/ui/QtText.h"
@@ -13,6 +16,9 @@
 #include <QLabel>
 #include <QLocale>
 #include <QStyle>
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -27,16 +33,9 @@ CSavePreview::CSavePreview(const CObjectCanvas& canvas, const SaveFormatRow& for
     : QWidget(parent), m_format(format), m_frame(std::make_shared<Frame>()),
       m_before(new CPictureView(CPictureView::Scaling::Actual)),
       m_after(new CPictureView(CPictureView::Scaling::Actual)), m_size(new QLabel), m_warning(new QLabel),
-      m_losses(new QLabel), m_job([this](const Outcome& outcome) { ShowOutcome(outcome); })
+      m_losses(new QLabel), m_job([this](Outcome outcome) { ShowOutcome(std::move(outcome)); })
 {
-    CPackedDib frame = Flatten(canvas);
-    m_before->SetImage(ToQImage(frame));
-    m_frame->facts = FactsOf(canvas);
-    // For writers that flatten what they get.
-    m_frame->canvas.frameDelay = canvas.frameDelay;
-    // Without a frame the trial fails.
-    [[maybe_unused]] const bool hasFrame = AdoptSinglePicture(m_frame->canvas, std::move(frame));
-
+    TakeCanvas(canvas);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->addWidget(panel, 0, 0, 3, 1, Qt::AlignTop);
@@ -69,6 +68,42 @@ CSavePreview::CSavePreview(const CObjectCanvas& canvas, const SaveFormatRow& for
     m_pause.setSingleShot(true);
     m_pause.setInterval(kPauseMs);
     connect(&m_pause, &QTimer::timeout, this, &CSavePreview::Try);
+    m_steps.setInterval(FrameMilliseconds(canvas.frameDelay));
+    connect(&m_steps, &QTimer::timeout, this, [this] {
+        m_shown = (m_shown + 1) % m_picturesBefore.size();
+        ShowPictures();
+    });
+    ShowPictures();
+}
+
+bool CSavePreview::CanShow(const CObjectCanvas& canvas, const SaveFormatRow& format)
+{
+    if (!LimitsOf(format, {}, {}).keepsFrames)
+        return true;
+    const int64_t pixels = int64_t{canvas.width} * canvas.height;
+    return static_cast<int64_t>(canvas.CountVisible()) * pixels <= kMostPreviewPixels;
+}
+
+void CSavePreview::TakeCanvas(const CObjectCanvas& canvas)
+{
+    m_frame->facts = FactsOf(canvas);
+    // For writers that flatten what they get. Without a picture the trial fails.
+    m_frame->canvas.frameDelay = canvas.frameDelay;
+    const auto take = [this](CPackedDib picture) {
+        m_picturesBefore.push_back(ToQImage(picture));
+        return AdoptSinglePicture(m_frame->canvas, std::move(picture));
+    };
+    if (!LimitsOf(m_format, {}, {}).keepsFrames) {
+        take(Flatten(canvas));
+        return;
+    }
+    const CAnimationFrames frames(canvas);
+    for (size_t index = 0; index < frames.Count(); ++index) {
+        if (!take(frames.Frame(index))) {
+            m_frame->canvas.objects = {};
+            return;
+        }
+    }
 }
 
 void CSavePreview::Show(const CSettings& settings, const SaveAsOptions& options)
@@ -93,22 +128,34 @@ void CSavePreview::Try()
         outcome.losses = DescribeLosses(frame->facts, LimitsOf(format, options, settings));
         outcome.trial = TrySave(frame->canvas, format, options, settings);
         if (outcome.trial)
-            outcome.after = ToQImage(outcome.trial->picture);
+            std::ranges::transform(outcome.trial->pictures, std::back_inserter(outcome.after), ToQImage);
         return outcome;
     });
 }
 
-void CSavePreview::ShowOutcome(const Outcome& outcome)
+void CSavePreview::ShowOutcome(Outcome outcome)
 {
     m_losses->setText(ToQString(outcome.losses));
     m_warning->setVisible(!outcome.losses.empty());
     if (outcome.trial) {
         const QString size = locale().formattedDataSize(static_cast<qint64>(outcome.trial->fileBytes));
         m_size->setText(ToQString(Text(Str::FileSize, ToUtf8(size))));
-        m_after->SetImage(outcome.after);
     } else {
         m_size->clear();
-        m_after->SetText(ToQString(Str::CannotBeSaved));
     }
+    m_picturesAfter = std::move(outcome.after);
+    if (m_settings.IsOn(Setting::AutoPlay) && m_picturesBefore.size() > 1)
+        m_steps.start();
+    ShowPictures();
+    if (m_picturesAfter.empty())
+        m_after->SetText(ToQString(Str::CannotBeSaved));
     Q_EMIT Shown();
+}
+
+void CSavePreview::ShowPictures()
+{
+    if (m_shown < m_picturesBefore.size())
+        m_before->SetImage(m_picturesBefore[m_shown]);
+    if (!m_picturesAfter.empty())
+        m_after->SetImage(m_picturesAfter[m_shown % m_picturesAfter.size()]);
 }

@@ -21,6 +21,8 @@ public:
     /// Appends to the undo list. When that list already holds more than `maxTimes` commands the oldest
     /// goes, so it holds at most maxTimes + 1. The redo list stays as it is.
     void Record(std::unique_ptr<CEditCommand> command, int maxTimes);
+    /// Appends to the redo list a command that was undone in another run, the next one to be redone.
+    void AddUndone(std::unique_ptr<CEditCommand> command) { m_redo.push_back(std::move(command)); }
     /// Moves the newest undo command to the redo list and runs it; false with nothing to undo.
     bool Undo();
     /// Moves the newest redo command back, without the limit test, and runs it; false without one.

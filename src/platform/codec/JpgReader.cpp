@@ -13,10 +13,6 @@
 
 namespace {
 
-/// Encoders use about ten scans for a progressive picture.
-constexpr int64_t kFewestScans = 24;
-constexpr int64_t kMostScans = 500;
-
 class CJpegDecoder {
 public:
     CJpegDecoder()
@@ -47,7 +43,7 @@ public:
         if (pixels > kMaxPicturePixels || pixels > static_cast<int64_t>(file.size()) * kMaxJpgPixelsPerByte)
             return std::nullopt;
         m_maxScans =
-            std::clamp(kMaxJpgScannedPixels / std::max<int64_t>(pixels, 1), kFewestScans, kMostScans);
+            std::clamp(kMaxJpgScannedPixels / std::max<int64_t>(pixels, 1), kFewestJpgScans, kMostJpgScans);
         return Size{static_cast<int>(m_decoder.image_width), static_cast<int>(m_decoder.image_height)};
     }
 
@@ -113,7 +109,7 @@ private:
     jpeg_decompress_struct m_decoder = {};
     bool m_created = false;
     bool m_hasNothing = false;
-    int64_t m_maxScans = kFewestScans;
+    int64_t m_maxScans = kFewestJpgScans;
 };
 
 } // namespace

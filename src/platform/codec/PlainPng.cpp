@@ -16,8 +16,6 @@
 namespace {
 
 constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
-/// Deflate codes at most 258 bytes in 2 bits.
-constexpr uint64_t kMaxInflation = 1032;
 constexpr uint64_t kZlibHeaderBytes = 2;
 /// Rows are read in whole 32-bit words.
 constexpr size_t kMargin = 4;

@@ -14,6 +14,7 @@ public:
         if (IsOpen())
             ::close(m_descriptor);
     }
+    CFileDescriptor(CFileDescriptor&& other) noexcept : m_descriptor(other.Release()) {}
     CFileDescriptor(const CFileDescriptor&) = delete;
     CFileDescriptor& operator=(const CFileDescriptor&) = delete;
 

@@ -41,6 +41,9 @@ private:
     size_t m_size = 0;
 };
 
+/// Gives the kept block back to the system; false when there is none.
+bool DropSpareBlock();
+
 /// Lets tests see what happens when memory runs out: the allocation number `after` from now (0 is the
 /// next) and every later one fails until the guard goes away.
 class CAllocationFailure {

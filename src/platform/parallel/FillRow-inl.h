@@ -8,6 +8,7 @@
 #define PIXOLUNE_FILL_ROW_INL_H
 #endif
 
+#include "platform/memory/Prefetch.h"
 #include "platform/parallel/PictureBands.h"
 
 #include <algorithm>
@@ -54,8 +55,10 @@ template <class D, class Make>
 HWY_INLINE void FillRowFrom(const uint32_t* HWY_RESTRICT source, D words, const ResultRow& row,
                             const Make& make)
 {
-    FillRow(words, row,
-            [&](auto tag, size_t x) HWY_ATTR { return make(hn::LoadU(tag, source + x), tag, x); });
+    FillRow(words, row, [&](auto tag, size_t x) HWY_ATTR {
+        PrefetchBehind(reinterpret_cast<const uint8_t*>(source + x), hn::Lanes(tag) * sizeof(uint32_t));
+        return make(hn::LoadU(tag, source + x), tag, x);
+    });
 }
 
 /// Writes pixels that were made aside to the row's columns from `first` on.

@@ -45,7 +45,7 @@ constexpr StringRow kRows[] = {
     {SelectOnlyOne, "Please select only one visible object!"},
     {ClearSelection, "Are you sure clear the selection?"},
     {SaveChanges, "Save changes to %s?"},
-    {OpenWholeObjects, "The file is damaged, but %s of its objects are whole. Open these as a new document?"},
+    {OpenWholeObjects, "The file is damaged, but %d of its %d objects are whole. Open these as a new document?"},
     {CantUndo, "Can't &Undo"},
     {CantRedo, "Can't &Redo"},
     {UndoShowHide, "Undo show/hide object(s)"},
@@ -385,8 +385,8 @@ constexpr StringRow kRows[] = {
     {ShowPreview, "Previe&w"},
     {PlayAnimations, "Pla&y animations"},
     {PreviewSize, "%d x %d pixels"},
-    {PreviewOpaque, "24 bits per pixel"},
-    {PreviewWithAlpha, "32 bits per pixel, transparent areas"},
+    {PreviewDepth, "%s bits per pixel"},
+    {PreviewTransparent, "transparent areas"},
     {PreviewObjects, "Objects: %s"},
     {PreviewFrames, "Frames: %s"},
     {PreviewImages, "Images: %s"},
@@ -407,6 +407,8 @@ constexpr StringRow kRows[] = {
     {LossHue, "colors other than gray"},
     {LossColors, "more than %s colors"},
     {LossExactColors, "the exact colors"},
+    {ObjectsSimplifyLayers,
+     "Objects will not keep the blending modes, clipping, adjustments or effects of these layers."},
 };
 
 constexpr bool RowsStandInOrder()

@@ -395,8 +395,8 @@ enum class Str {
     ShowPreview,
     PlayAnimations,
     PreviewSize,
-    PreviewOpaque,
-    PreviewWithAlpha,
+    PreviewDepth,
+    PreviewTransparent,
     PreviewObjects,
     PreviewFrames,
     PreviewImages,
@@ -418,6 +418,7 @@ enum class Str {
     LossHue,
     LossColors,
     LossExactColors,
+    ObjectsSimplifyLayers,
     Count
 };
 

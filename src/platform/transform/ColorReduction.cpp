@@ -4,9 +4,9 @@
 #include <libimagequant.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -40,6 +40,37 @@ struct IndexedPicture {
     std::vector<RgbQuad> palette;
 };
 
+/// Numbers up to 256 colours in the order of their appearance: a hash table of single steps, a quarter full
+/// at most.
+class CColourNumbers {
+public:
+    CColourNumbers() { m_colours.fill(kFree); }
+
+    /// The number of a colour, which is Count() of before for a new one.
+    [[nodiscard]] size_t NumberOf(uint32_t colour)
+    {
+        size_t slot = colour * 0x9E3779B1U >> (32 - kSlotBits); // by the golden ratio
+        while (m_colours[slot] != colour) {
+            if (m_colours[slot] == kFree) {
+                m_colours[slot] = colour;
+                m_numbers[slot] = static_cast<uint16_t>(m_count++);
+                break;
+            }
+            slot = (slot + 1) % m_colours.size();
+        }
+        return m_numbers[slot];
+    }
+    [[nodiscard]] size_t Count() const { return m_count; }
+
+private:
+    static constexpr int kSlotBits = 10;
+    static constexpr uint32_t kFree = ~uint32_t{0}; ///< no colour has the topmost byte
+
+    std::array<uint32_t, size_t{1} << kSlotBits> m_colours{};
+    std::array<uint16_t, size_t{1} << kSlotBits> m_numbers{};
+    size_t m_count = 0;
+};
+
 /// Indices of the colours in the order of their appearance; none when there are more than `limit`.
 IndexedPicture IndexExactly(const CPackedDib& dib, size_t limit)
 {
@@ -47,7 +78,7 @@ IndexedPicture IndexExactly(const CPackedDib& dib, size_t limit)
         CHeapBlock::Allocate(static_cast<size_t>(dib.Width()) * static_cast<size_t>(dib.Height())), {}};
     if (picture.indices.IsEmpty())
         return picture;
-    std::unordered_map<uint32_t, uint8_t> known;
+    CColourNumbers known;
     uint32_t last = ~uint32_t{0};
     uint8_t lastIndex = 0;
     uint8_t* out = picture.indices.Data();
@@ -56,14 +87,13 @@ IndexedPicture IndexExactly(const CPackedDib& dib, size_t limit)
         for (int x = 0; x < dib.Width(); ++x) {
             const uint32_t colour = ColourAt(row, x);
             if (colour != last) {
-                const auto [found, isNew] = known.try_emplace(colour, static_cast<uint8_t>(known.size()));
-                if (isNew) {
-                    if (known.size() > limit)
-                        return {};
+                const size_t number = known.NumberOf(colour);
+                if (known.Count() > limit)
+                    return {};
+                if (known.Count() > picture.palette.size())
                     picture.palette.push_back(QuadOf(colour));
-                }
                 last = colour;
-                lastIndex = found->second;
+                lastIndex = static_cast<uint8_t>(number);
             }
             *out++ = lastIndex;
         }
@@ -74,9 +104,15 @@ IndexedPicture IndexExactly(const CPackedDib& dib, size_t limit)
 /// The library asks for rows of red, green, blue, alpha.
 void ProvideRow(liq_color* out, int y, int width, void* dib)
 {
-    const uint8_t* row = static_cast<const CPackedDib*>(dib)->Row(y);
-    for (int x = 0; x < width; ++x, row += 4)
-        out[x] = {row[2], row[1], row[0], 255};
+    static_assert(sizeof(liq_color) == sizeof(uint32_t));
+    const uint8_t* const row = static_cast<const CPackedDib*>(dib)->Row(y);
+    // Whole words, which the compiler turns into vectors.
+    for (int x = 0; x < width; ++x) {
+        const uint32_t colour = ColourAt(row, x);
+        const uint32_t swapped =
+            0xFF000000U | (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
+        std::memcpy(out + x, &swapped, sizeof swapped);
+    }
 }
 
 IndexedPicture Quantize(const CPackedDib& dib, int colours)
@@ -107,6 +143,10 @@ IndexedPicture Quantize(const CPackedDib& dib, int colours)
 
 void PackRow(const uint8_t* indices, int width, int bitCount, uint8_t* row)
 {
+    if (bitCount == 8) {
+        std::copy_n(indices, width, row);
+        return;
+    }
     const int perByte = 8 / bitCount;
     for (int x = 0; x < width; ++x) {
         const int shift = (perByte - 1 - x % perByte) * bitCount;

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <new>
 #include <stop_token>
 #include <utility>
 
@@ -55,24 +56,29 @@ private:
         QThreadPool::globalInstance()->start([work = std::exchange(state->waiting, nullptr),
                                               token = state->stop.get_token(),
                                               weak = std::weak_ptr<State>(state)] {
-            auto result = std::make_shared<Result>(work(token));
+            std::shared_ptr<Result> result; // none when memory runs out
+            try {
+                result = std::make_shared<Result>(work(token));
+            } catch (const std::bad_alloc&) {
+                result = nullptr;
+            }
             QMetaObject::invokeMethod(
                 QCoreApplication::instance(),
                 [weak, token, result] {
                     if (const std::shared_ptr<State> kept = weak.lock())
-                        Finish(kept, token, *result);
+                        Finish(kept, token, result.get());
                 },
                 Qt::QueuedConnection);
         });
     }
 
-    static void Finish(const std::shared_ptr<State>& state, const std::stop_token& token, Result& result)
+    static void Finish(const std::shared_ptr<State>& state, const std::stop_token& token, Result* result)
     {
         state->isRunning = false;
         if (state->waiting)
             Launch(state);
-        else if (!token.stop_requested())
-            state->deliver(std::move(result));
+        else if (result != nullptr && !token.stop_requested())
+            state->deliver(std::move(*result));
     }
 
     std::shared_ptr<State> m_state;

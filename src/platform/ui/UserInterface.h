@@ -15,6 +15,8 @@ public:
 struct LayeredFileChoice {
     bool asOnePicture = false; ///< the merged picture instead of one object per layer
     bool showAgain = true;     ///< ask the next time, too
+    /// What the person is told: blending modes, clipping or effects of the layers are lost in objects.
+    bool simplifiesLayers = false;
 };
 
 /// What the program's logic says to and asks of the person in front of it. Implemented once with windows

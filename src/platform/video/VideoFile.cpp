@@ -3,7 +3,10 @@
 
 #include "platform/codec/AlphaBytes.h"
 #include "platform/video/VideoLibrary.h"
+#include "platform/video/YuvPicture.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 
 namespace {
@@ -67,6 +70,31 @@ bool HasAlpha(int format)
     const AVPixFmtDescriptor* const description =
         Video().av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
     return description != nullptr && (description->flags & AV_PIX_FMT_FLAG_ALPHA) != 0;
+}
+
+/// The frame as most decoders deliver it; none when it is anything else.
+std::optional<YuvPicture> YuvPictureOf(const AVFrame& frame)
+{
+    struct Layout {
+        AVPixelFormat format;
+        ChromaRows chromaRows;
+        SampleRange range;
+    };
+    constexpr Layout kLayouts[] = {{AV_PIX_FMT_YUV420P, ChromaRows::Halved, SampleRange::Video},
+                                   {AV_PIX_FMT_YUV422P, ChromaRows::Every, SampleRange::Video},
+                                   {AV_PIX_FMT_YUVJ420P, ChromaRows::Halved, SampleRange::Full},
+                                   {AV_PIX_FMT_YUVJ422P, ChromaRows::Every, SampleRange::Full}};
+    for (const Layout& layout : kLayouts) {
+        if (frame.format != layout.format)
+            continue;
+        YuvPicture picture{{frame.width, frame.height}, {}, {}, layout.chromaRows, layout.range};
+        std::copy_n(frame.data, 3, picture.planes.begin());
+        std::copy_n(frame.linesize, 3, picture.strides.begin());
+        if (frame.color_range == AVCOL_RANGE_JPEG)
+            picture.range = SampleRange::Full;
+        return picture;
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -145,6 +173,8 @@ bool CVideoFile::DecodeNext()
 
 CPackedDib CVideoFile::Converted()
 {
+    if (const std::optional<YuvPicture> picture = YuvPictureOf(*m_frame))
+        return DibFromYuv(*picture);
     CPackedDib dib = CPackedDib::Create(m_frame->width, m_frame->height, 32);
     m_scaler.reset(Video().sws_getCachedContext(
         m_scaler.release(), m_frame->width, m_frame->height, static_cast<AVPixelFormat>(m_frame->format),

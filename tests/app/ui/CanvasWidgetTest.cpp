@@ -72,6 +72,17 @@ TEST_F(CCanvasWidgetTest, ContextMenuSelectsWhatIsUnderThePointerAndLeavesNothin
     EXPECT_EQ(asked, 1) << "painting tools use the right button themselves";
 }
 
+TEST_F(CCanvasWidgetTest, SurroundingsFollowTheTheme)
+{
+    m_view.SetZoom(-8);
+    for (const QColor colour : {QColor(40, 44, 52), QColor(240, 240, 240)}) {
+        QPalette palette = m_widget.palette();
+        palette.setColor(QPalette::Window, colour);
+        m_widget.setPalette(palette);
+        EXPECT_EQ(m_widget.viewport()->grab().toImage().pixelColor(2, 2), colour);
+    }
+}
+
 /// Notes what of a widget is painted.
 class CPaintedArea final : public QObject {
 public:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ui/ChildFrame.h"
 #include "app/ui/DocumentArea.h"
+#include "canvas/TextSession.h"
 #include "canvas/ui/CanvasWidget.h"
 #include "ui/UiTest.h"
 
@@ -69,6 +70,37 @@ TEST_F(CTwoWindowsTest, EachHasAViewOfItsOwnAndAllShowChanges)
             << frame->windowTitle().toStdString();
         EXPECT_TRUE(frame->isWindowModified());
     }
+}
+
+TEST_F(CTwoWindowsTest, BothShowWhatIsBeingDrawnAndWritten)
+{
+    Run(CommandId::WindowTileVertically);
+    m_second->View().SetMode(ToolMode::Pencil); // its options may take room from the windows
+    const auto shown = [this] {
+        QTest::qWait(20);
+        return std::pair(m_first->Canvas().viewport()->grab().toImage(),
+                         m_second->Canvas().viewport()->grab().toImage());
+    };
+    const auto before = shown();
+    MouseInput input;
+    input.button = MouseButton::Left;
+    for (const Point point : {Point{30, 30}, Point{60, 50}}) {
+        input.client = m_second->View().Geometry().ToClient(point);
+        point.x == 30 ? m_second->View().Press(input) : m_second->View().Move(input);
+    }
+    const auto drawn = shown();
+    EXPECT_NE(drawn.first, before.first);
+    EXPECT_NE(drawn.second, before.second);
+    m_second->View().CancelDrag();
+    EXPECT_EQ(shown().first, before.first);
+    {
+        CTextSession session(m_second->View(), Point{30, 30});
+        TextStyle style = session.InitialStyle();
+        style.text = "W";
+        session.Preview(style);
+        EXPECT_NE(shown().first, before.first);
+    }
+    EXPECT_EQ(shown().first, before.first);
 }
 
 TEST_F(CTwoWindowsTest, UndoReachesPastAClosedWindow)

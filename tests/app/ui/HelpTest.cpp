@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
+#include <QMenuBar>
 #include <QRegularExpression>
 #include <QTabWidget>
 
@@ -170,4 +171,11 @@ TEST_F(CWindowTest, HelpOpensThePageOfWhatHasTheKeyboard)
                      }),
               "preferences-keyboard");
     EXPECT_EQ(pageIn(CommandId::HelpAbout, nothing), "about");
+
+    QMenu* menu = m_window.menuBar()->actions().at(4)->menu();
+    menu->popup(QPoint(10, 10));
+    menu->setActiveAction(m_window.Action(CommandId::TransformSharpness));
+    QTest::keyClick(menu, Qt::Key_F1);
+    EXPECT_EQ(ShownHelp()->CurrentPage(), QLatin1String("sharpness"));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }

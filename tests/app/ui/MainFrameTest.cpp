@@ -39,6 +39,9 @@ TEST_F(CWindowTest, OpenedPictureIsUnmodifiedAndRemembered)
     EXPECT_FALSE(m_window.isWindowModified());
     EXPECT_FALSE(m_window.Action(CommandId::EditUndo)->isEnabled());
     EXPECT_EQ(CRecentFiles(m_configuration).Paths(), QStringList(path));
+    m_window.Show(*m_app.NewDocument());
+    EXPECT_EQ(m_window.OpenFile(path), frame) << "it is open already";
+    EXPECT_EQ(m_app.Documents().size(), 2U);
 
     m_window.Action(CommandId::ObjectNew)->trigger();
     QCoreApplication::processEvents();

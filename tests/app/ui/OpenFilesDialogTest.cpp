@@ -3,6 +3,7 @@
 
 #include "fileio/FormatTable.h"
 #include "fileio/ui/DialogFilters.h"
+#include "fileio/ui/FileDialogParts.h"
 #include "fileio/ui/FilePreviewPane.h"
 #include "platform/ui/PictureView.h"
 #include "platform/ui/QtText.h"
@@ -11,6 +12,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
 
 namespace {
@@ -53,6 +55,11 @@ TEST_F(COpenFilesTest, ShowsWhatIsChosenLast)
     EXPECT_TRUE(view->Image().isNull()) << "what was shown is not the new file";
     ASSERT_TRUE(shown.wait());
     EXPECT_EQ(view->Text(), ToQString(Str::PreviewUnreadable));
+
+    ASSERT_NE(NameEdit(dialog), nullptr);
+    QTest::keyClicks(NameEdit(dialog), QStringLiteral("c.png"));
+    ASSERT_TRUE(shown.wait()) << "a name that is typed";
+    EXPECT_FALSE(view->Image().isNull());
 
     Q_EMIT dialog.currentChanged(PathOf("a.ani"));
     ASSERT_TRUE(shown.wait());

@@ -11,8 +11,11 @@
 #include <QLabel>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 namespace {
 
@@ -73,6 +76,18 @@ TEST(SaveAsDialog, CancelLeavesTheSettingsAndOkTakesThem)
     }
 }
 
+TEST(SaveAsDialog, SpeaksTheLanguageInUse)
+{
+    SetTextTranslator([](std::string_view text) { return std::string(text.rbegin(), text.rend()); });
+    CSettings settings;
+    const CSaveAsDialog dialog(*FindSaveFormat("a.gif"), settings, CObjectCanvas(), QString(), QString(),
+                               nullptr);
+    EXPECT_EQ(dialog.windowTitle(), QLatin1String("eliF FIG nA sA evaS"));
+    EXPECT_TRUE(dialog.nameFilters().value(0).startsWith(QLatin1String(")tamroF egnahcretnI")));
+    EXPECT_TRUE(dialog.nameFilters().value(0).endsWith(QLatin1String("(*.gif)")));
+    SetTextTranslator(nullptr);
+}
+
 /// What the labels of a dialog say.
 QStringList LabelsOf(const QWidget& widget)
 {
@@ -115,6 +130,31 @@ TEST(SaveAsDialog, ShowsWhatTheOptionsLeadTo)
     EXPECT_EQ(settings.Get(Setting::DefaultBackgroundColor), 0xFFFFFF) << "nothing is taken before OK";
 }
 
+TEST(SaveAsDialog, PlaysTheFramesOfAnAnimatedCursor)
+{
+    CSettings settings;
+    CObjectCanvas canvas;
+    canvas.width = canvas.height = 32;
+    canvas.frameDelay = 2;
+    for (const uint32_t colour : {0xFF102030, 0xFF405060})
+        canvas.objects.Append(ObjectAt(UniformDib(32, 32, colour), 0, 0));
+    CSaveAsDialog dialog(*FindSaveFormat("a.ani"), settings, canvas, QString(), QStringLiteral("busy"),
+                         nullptr);
+    auto* preview = dialog.findChild<CSavePreview*>();
+    ASSERT_NE(preview, nullptr);
+    const auto views = preview->findChildren<CPictureView*>();
+    QSignalSpy shown(preview, &CSavePreview::Shown);
+    ASSERT_TRUE(shown.wait());
+    std::set<QRgb> seen;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        EXPECT_EQ(views[0]->Image().pixel(5, 5), views[1]->Image().pixel(5, 5));
+        seen.insert(views[1]->Image().pixel(5, 5));
+        return seen.size() == 2;
+    }));
+    canvas.width = canvas.height = 8192;
+    EXPECT_FALSE(CSavePreview::CanShow(canvas, *FindSaveFormat("a.ani"))) << "too much for a trial";
+}
+
 TEST(LayeredFileDialog, StartsFromTheChoiceAndGivesItBack)
 {
     CLayeredFileDialog dialog({true, false}, nullptr);
@@ -122,6 +162,8 @@ TEST(LayeredFileDialog, StartsFromTheChoiceAndGivesItBack)
     EXPECT_FALSE(dialog.Choice().showAgain);
     ButtonNamed(dialog, "Import these layers as objects")->click();
     EXPECT_FALSE(dialog.Choice().asOnePicture);
+    EXPECT_EQ(LabelsOf(CLayeredFileDialog({false, true, true}, nullptr)).size(), LabelsOf(dialog).size() + 1)
+        << "what objects cannot show is said";
 }
 
 } // namespace

@@ -155,6 +155,13 @@ TEST(CommandSearch, FindsPartsOfNamesInAnyOrderBestFirst)
         EXPECT_EQ(found.front()->id, row.first) << found.front()->text;
     }
     EXPECT_TRUE(SearchCommands("blur xyzzy").empty());
+    EXPECT_EQ(CommandPlace(FindCommand(FileSaveAsJpg)), "File > Save As");
+    const std::string key = CommandKey(FindCommand(AlignTop));
+    SetTextTranslator([](std::string_view text) { return "\xC3\xBC-" + std::string(text); });
+    EXPECT_EQ(SearchCommands("\xC3\xBC-gauss").front()->id, TransformGaussianBlur);
+    EXPECT_EQ(SearchCommands("blur").front()->id, TransformBlur) << "in the language of the tables as well";
+    EXPECT_EQ(CommandKey(FindCommand(AlignTop)), key) << "settings know no language";
+    SetTextTranslator(nullptr);
     EXPECT_EQ(SearchCommands(" ").size(), CommandTable().size());
 }
 
