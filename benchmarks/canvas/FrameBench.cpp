@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/FrameCache.h"
 #include "canvas/ViewPainting.h"
-#include "imageops/MirrorDib.h"
 #include "support/Cases.h"
-#include "support/Inputs.h"
+#include "support/ObjectStacks.h"
 
 #include <functional>
 #include <memory>
@@ -11,11 +10,10 @@
 namespace {
 
 constexpr Size kView{1920, 1080};
-constexpr int kObjects = 50;
 
-/// A document of 12 megapixels with fifty objects of its size, and a window on its middle.
+/// A document of fifty objects and a window on its middle.
 struct Scene {
-    CObjectCanvas canvas;
+    CObjectCanvas canvas = MakeStack(Stack::Photos);
     CFrameCache cache;
     CPackedDib screen = CPackedDib::Create(kView.width, kView.height, 32);
     Point scroll{900, 700};
@@ -27,23 +25,7 @@ struct Scene {
 
 const std::shared_ptr<Scene>& TheScene()
 {
-    static const std::shared_ptr<Scene> kScene = [] {
-        auto scene = std::make_shared<Scene>();
-        const CPackedDib& photo = PhotoPicture(12);
-        scene->canvas.width = photo.Width();
-        scene->canvas.height = photo.Height();
-        for (int i = 0; i < kObjects; ++i) {
-            CPackedDib picture = i % 2 == 0 ? photo.Duplicate() : MirrorHorizontally(photo);
-            if (i % 4 >= 2)
-                picture = MirrorVertically(picture);
-            auto object = MakeShared<CPicObject>(MakeShared<CRasterImage>(std::move(picture), ""));
-            object->visible = true;
-            object->x = i * 37 % 301 - 150;
-            object->y = i * 53 % 307 - 150;
-            scene->canvas.objects.Append(object);
-        }
-        return scene;
-    }();
+    static const auto kScene = std::make_shared<Scene>();
     return kScene;
 }
 
@@ -61,12 +43,12 @@ void MoveObject(Scene& scene, size_t index)
 
 constexpr Gesture kGestures[] = {
     {"pan", [](Scene& scene) { scene.scroll.x += scene.frame % 40 < 20 ? 16 : -16; }},
-    {"move-top", [](Scene& scene) { MoveObject(scene, kObjects - 1); }},
-    {"move-middle", [](Scene& scene) { MoveObject(scene, kObjects / 2); }},
+    {"move-top", [](Scene& scene) { MoveObject(scene, kStackObjects - 1); }},
+    {"move-middle", [](Scene& scene) { MoveObject(scene, kStackObjects / 2); }},
     {"move-bottom", [](Scene& scene) { MoveObject(scene, 0); }},
     {"stroke",
      [](Scene& scene) {
-         (void)scene.canvas.objects.At(kObjects / 2)->image->MutableDib();
+         (void)scene.canvas.objects.At(kStackObjects / 2)->image->MutableDib();
          scene.cache.Drop(Rect::At({1500 + scene.frame % 40 * 5, 1000}, {40, 40}));
      }},
     {"zoom", [](Scene& scene) { scene.zoom = scene.frame % 2 == 0 ? 1 : -2; }},
@@ -77,7 +59,7 @@ void AddGesture(const Gesture& gesture)
     const std::string operation = std::string("frame/") + gesture.name;
     for (const Threads threads : kBothThreads) {
         const auto add = [&](const char* who, const std::function<void(Scene&)>& paint) {
-            AddCase({operation, "50x12MP", who, threads, 0}, [&gesture, paint] {
+            AddCase({operation, StackName(Stack::Photos), who, threads, 0}, [&gesture, paint] {
                 const std::shared_ptr<Scene>& scene = TheScene();
                 scene->zoom = 1;
                 scene->cache.DropAll();

@@ -5,7 +5,9 @@
 #include "support/GifPeer.h"
 #include "support/Inputs.h"
 
+#include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -24,13 +26,35 @@ CPackedDib PaletteOf(const CPackedDib& dib)
     return palette;
 }
 
-Bytes Encode(const CPackedDib& picture)
+Bytes Encode(const std::vector<CPackedDib>& frames)
 {
     CGifWriter writer;
-    writer.WriteHeader(picture.Size(), picture.ColourTable(), 256, 8, 0);
-    writer.WriteFrame(picture, {}, {}, nullptr);
+    writer.WriteHeader(frames.front().Size(), frames.front().ColourTable(), 256, 8, 0);
+    for (const CPackedDib& frame : frames)
+        writer.WriteFrame(frame, {}, {}, nullptr);
     writer.WriteTrailer();
     return writer.Bytes();
+}
+
+Bytes Encode(CPackedDib picture)
+{
+    std::vector<CPackedDib> frames;
+    frames.push_back(std::move(picture));
+    return Encode(frames);
+}
+
+/// All frames, as the program opens them.
+void Decode(const Bytes& file)
+{
+    CGifReader reader;
+    std::vector<GifFrame> frames;
+    GifFrame frame;
+    if (!reader.Open(file))
+        std::abort();
+    while (reader.ConsumedBytes() < reader.DataBytes()) {
+        if (reader.NextFrame(frame))
+            frames.push_back(std::move(frame));
+    }
 }
 
 /// One byte a pixel, the top row first, as the peer wants them.
@@ -52,7 +76,12 @@ void AddCases(const std::string& kind, const CPackedDib& (*picture)(int))
     };
     add("encode", "ours", [=] {
         const auto palette = std::make_shared<CPackedDib>(PaletteOf(picture(kMegapixelsCoded)));
-        return [=] { static_cast<void>(Encode(*palette)); };
+        return [=] {
+            CGifWriter writer;
+            writer.WriteHeader(palette->Size(), palette->ColourTable(), 256, 8, 0);
+            writer.WriteFrame(*palette, {}, {}, nullptr);
+            writer.WriteTrailer();
+        };
     });
     add("encode", "giflib", [=] {
         const CPackedDib palette = PaletteOf(picture(kMegapixelsCoded));
@@ -63,12 +92,7 @@ void AddCases(const std::string& kind, const CPackedDib& (*picture)(int))
     });
     add("decode", "ours", [=] {
         const auto file = std::make_shared<Bytes>(Encode(PaletteOf(picture(kMegapixelsCoded))));
-        return [=] {
-            CGifReader reader;
-            GifFrame frame;
-            if (reader.Open(*file))
-                static_cast<void>(reader.NextFrame(frame));
-        };
+        return [=] { Decode(*file); };
     });
     add("decode", "giflib", [=] {
         const auto file = std::make_shared<Bytes>(Encode(PaletteOf(picture(kMegapixelsCoded))));
@@ -76,7 +100,28 @@ void AddCases(const std::string& kind, const CPackedDib& (*picture)(int))
     });
 }
 
+/// Frames of 640 x 480 that look at a photo from places apart.
+Bytes Animation()
+{
+    constexpr int kFrames = 100;
+    const CPackedDib& photo = PhotoPicture(kMegapixelsCoded);
+    std::vector<CPackedDib> frames;
+    for (int index = 0; index < kFrames; ++index)
+        frames.push_back(PaletteOf(CutOut(photo, 10 * index, 12 * index, 640, 480)));
+    return Encode(frames);
+}
+
+void AddAnimation(const char* who, void (*decode)(const Bytes&))
+{
+    AddCase({"gif/decode-animation", "100x640x480", who, Threads::One, 100 * 640 * 480}, [=] {
+        const auto file = std::make_shared<Bytes>(Animation());
+        return [=] { decode(*file); };
+    });
+}
+
 const bool kRegistered = [] {
+    AddAnimation("ours", Decode);
+    AddAnimation("giflib", DecodeWithGiflib);
     AddCases("photo", PhotoPicture);
     AddCases("flat-art", FlatArtPicture);
     return true;

@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 #include <vector>
 
@@ -18,18 +19,28 @@ double Milliseconds()
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) * 1e-6;
 }
 
+double WallMilliseconds()
+{
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
 constexpr int kStrokes = 100;
+
+enum class Journals : int64_t { None, Kept, WrittenAnew };
 
 /// Mouse messages of strokes on 12 megapixels: what the slowest and the middle one take, with a journal and
 /// without, and what the journal takes on the disk. Between two messages the program has the time of a step
-/// of idle work, as it does between those of a mouse.
+/// of idle work, as it does between those of a mouse. Journals that are written anew begin again with that
+/// every five strokes, so that the thread always has whole pictures to pack.
 void BenchMessages(benchmark::State& state)
 {
-    const bool withJournal = state.range(0) != 0;
+    const auto journals = static_cast<Journals>(state.range(0));
+    constexpr int kStrokesBetween = 5;
     const std::filesystem::path parent = std::filesystem::temp_directory_path() / "pixolune-bench-journal";
     for ([[maybe_unused]] auto iteration : state) {
         OpenPicture open(12);
-        const auto journal = withJournal ? CJournal::Create(parent) : nullptr;
+        const auto journal = journals == Journals::None ? nullptr : CJournal::Create(parent);
         uintmax_t begun = 0;
         const auto size = [&] {
             uintmax_t bytes = 0;
@@ -45,24 +56,31 @@ void BenchMessages(benchmark::State& state)
         }
         std::vector<double> messages;
         std::vector<double> steps{0};
+        std::vector<double> waits;
         open.onMessage = [&](const auto& message) {
             const double begin = Milliseconds();
+            const double wallBegin = WallMilliseconds();
             message();
             messages.push_back(Milliseconds() - begin);
+            waits.push_back(WallMilliseconds() - wallBegin);
             if (!journal)
                 return;
-            const double idle = Milliseconds();
+            const double idle = WallMilliseconds();
             journal->Note();
             journal->Work(std::chrono::milliseconds(2));
-            steps.push_back(Milliseconds() - idle);
+            steps.push_back(WallMilliseconds() - idle);
         };
         std::mt19937 random(1);
-        for (int stroke = 0; stroke < kStrokes; ++stroke)
+        for (int stroke = 0; stroke < kStrokes; ++stroke) {
+            if (journals == Journals::WrittenAnew && stroke % kStrokesBetween == 0)
+                journal->Distrust();
             open.Stroke(random);
-        for (auto* times : {&messages, &steps})
+        }
+        for (auto* times : {&messages, &steps, &waits})
             std::ranges::sort(*times);
         state.counters["median ms"] = messages[messages.size() / 2];
         state.counters["worst ms"] = messages.back();
+        state.counters["worst wall ms"] = waits.back();
         state.counters["worst step ms"] = steps.back();
         if (journal) {
             journal->Finish();
@@ -75,9 +93,9 @@ void BenchMessages(benchmark::State& state)
 }
 
 const bool kRegistered = [] {
-    for (const int withJournal : {0, 1})
+    for (const Journals journals : {Journals::None, Journals::Kept, Journals::WrittenAnew})
         benchmark::RegisterBenchmark("journal/stroke-messages/12MP/ours/t1", BenchMessages)
-            ->Arg(withJournal)
+            ->Arg(static_cast<int64_t>(journals))
             ->Iterations(1)
             ->Unit(benchmark::kMillisecond);
     return true;

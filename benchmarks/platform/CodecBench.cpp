@@ -5,6 +5,7 @@
 #include "support/Cases.h"
 #include "support/Inputs.h"
 #include "support/Peers.h"
+#include "support/Scratch.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -16,8 +17,6 @@
 #include <jpeglib.h>
 #include <png.h>
 // clang-format on
-
-#include <unistd.h>
 
 namespace {
 
@@ -36,24 +35,11 @@ FileHandle Open(const std::filesystem::path& path, const char* mode)
     return file;
 }
 
-/// A folder for the files that are written and read; it goes when the program ends.
-const std::filesystem::path& Folder()
-{
-    struct Owner {
-        std::filesystem::path path =
-            std::filesystem::temp_directory_path() / ("pixolune-bench-" + std::to_string(::getpid()));
-        Owner() { std::filesystem::create_directories(path); }
-        ~Owner() { std::filesystem::remove_all(path); }
-    };
-    static const Owner owner;
-    return owner.path;
-}
-
 /// The opaque photo, or the one with alpha, as a file.
 std::filesystem::path Saved(int megapixels, bool hasAlpha, const char* extension)
 {
     const std::filesystem::path path =
-        Folder() / (std::to_string(megapixels) + (hasAlpha ? "-alpha." : ".") + extension);
+        ScratchFolder() / (std::to_string(megapixels) + (hasAlpha ? "-alpha." : ".") + extension);
     const CPackedDib& picture = hasAlpha ? PhotoPicture(megapixels) : BackdropPicture(megapixels);
     if (!std::filesystem::exists(path) && !CImage::SaveImageFile(path, picture, kQuality, nullptr))
         std::abort();
@@ -158,7 +144,7 @@ void AddSave(const char* operation, int megapixels, bool hasAlpha, const char* w
     const char* extension = std::string_view(operation).find("png") != std::string_view::npos ? "png" : "jpg";
     AddCase({operation, SizeName(megapixels), who, threads, PixelsOf(megapixels)}, [=] {
         const CPackedDib& picture = hasAlpha ? PhotoPicture(megapixels) : BackdropPicture(megapixels);
-        const std::filesystem::path path = Folder() / (std::string("saved.") + extension);
+        const std::filesystem::path path = ScratchFolder() / (std::string("saved.") + extension);
         return [=, &picture] { save(path, picture); };
     });
 }

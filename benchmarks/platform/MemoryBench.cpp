@@ -10,20 +10,21 @@
 
 namespace {
 
-using Copy = void (*)(uint8_t*, const uint8_t*, size_t);
+using Pass = void (*)(uint8_t* to, const uint8_t* from, size_t bytes);
 
-void AddCopy(const char* who, Copy copy)
+/// Bands of rows from one picture to another, or only inside the other.
+void AddPass(const char* operation, const char* who, Pass pass)
 {
     for (const int megapixels : kMegapixels) {
         for (const Threads threads : kBothThreads) {
             const double pixels = PixelsOf(megapixels);
-            AddCase({"memory/copy", SizeName(megapixels), who, threads, pixels}, [=] {
+            AddCase({operation, SizeName(megapixels), who, threads, pixels}, [=] {
                 const auto to = std::make_shared<CPackedDib>(BackdropPicture(megapixels).Duplicate());
                 const CPackedDib& from = PhotoPicture(megapixels);
                 return [=, &from] {
                     tbb::parallel_for(tbb::blocked_range<int>(0, from.Height(), 128),
                                       [&](const tbb::blocked_range<int>& rows) {
-                                          copy(to->Row(rows.end() - 1), from.Row(rows.end() - 1),
+                                          pass(to->Row(rows.end() - 1), from.Row(rows.end() - 1),
                                                from.Stride() * rows.size());
                                       });
                 };
@@ -32,10 +33,19 @@ void AddCopy(const char* who, Copy copy)
     }
 }
 
+void Invert(uint8_t* pixels, size_t bytes)
+{
+    auto* const words = reinterpret_cast<uint64_t*>(pixels);
+    for (size_t i = 0; i < bytes / sizeof *words; ++i)
+        words[i] = ~words[i];
+}
+
 const bool kRegistered = [] {
-    AddCopy("limit-memcpy",
+    AddPass("memory/copy", "limit-memcpy",
             [](uint8_t* to, const uint8_t* from, size_t bytes) { std::memcpy(to, from, bytes); });
-    AddCopy("limit-streaming", plain::StreamingCopy);
+    AddPass("memory/copy", "limit-streaming", plain::StreamingCopy);
+    AddPass("memory/modify-in-place", "limit-invert",
+            [](uint8_t* to, const uint8_t* /*from*/, size_t bytes) { Invert(to, bytes); });
     return true;
 }();
 

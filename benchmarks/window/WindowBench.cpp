@@ -1,228 +1,159 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/ui/ChildFrame.h"
-#include "app/ui/MainFrame.h"
-#include "canvas/ui/CanvasWidget.h"
+#include "document/PanelOperations.h"
 #include "fileio/DocumentFiles.h"
-#include "platform/clipboard/Clipboard.h"
-#include "platform/codec/SaveImage.h"
-#include "platform/codec/SaveOptions.h"
+#include "imageops/ui/TransformDlg.h"
 #include "platform/ui/QtText.h"
-#include "support/Cases.h"
-#include "support/Inputs.h"
+#include "window/Stage.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QWheelEvent>
-
-#include <benchmark/benchmark.h>
+#include <QSlider>
 
 #include <cstdlib>
+#include <functional>
+#include <memory>
+#include <string>
 
 // What a user waits for: events go to the real window, and a case ends when the canvas has been painted.
 
 namespace {
 
-constexpr int kMegapixelsOpened = 12;
-constexpr int kObjects = 50;
+using Step = std::function<void(CBenchWindow& window)>;
 
-class CSilentInterface final : public IUserInterface {
-public:
-    void ShowMessage(const std::string& text) override { qWarning("%s", text.c_str()); }
-    [[nodiscard]] bool AskYesNo(const std::string&) override { return true; }
-    void SetStatusText(const std::string&) override {}
-    void SetPosition(int) override {}
-};
-
-/// A main window of 1920 x 1080 that shows one document.
-class CBenchWindow {
-public:
-    CBenchWindow() : m_settings(m_folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat)
-    {
-        m_window.resize(1920, 1080);
-        m_window.show();
-        static_cast<void>(QTest::qWaitForWindowExposed(&m_window));
-    }
-
-    [[nodiscard]] QString File(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
-    [[nodiscard]] CMainFrame& Window() { return m_window; }
-    [[nodiscard]] CPixoluneDoc& Document() { return m_window.ActiveFrame()->Document(); }
-    [[nodiscard]] CPixoluneView& View() { return m_window.ActiveFrame()->View(); }
-    [[nodiscard]] QWidget& Canvas() { return *m_window.ActiveFrame()->Canvas().viewport(); }
-
-    void Open(const QString& path)
-    {
-        m_window.OpenFile(path);
-        Settle();
-    }
-    void CloseAll()
-    {
-        while (CChildFrame* frame = m_window.ActiveFrame()) {
-            frame->Document().SetModified(false);
-            frame->close();
-            Settle();
-        }
-    }
-    /// Handles what is pending, paints included.
-    static void Settle()
-    {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-    void Run(CommandId id)
-    {
-        m_window.Action(id)->trigger();
-        Settle();
-    }
-    void Mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons buttons)
-    {
-        QMouseEvent event(type, place, Canvas().mapToGlobal(place), button, buttons, Qt::NoModifier);
-        QCoreApplication::sendEvent(&Canvas(), &event);
-        Settle();
-    }
-    void Drag(QPoint place, Qt::MouseButton button) { Mouse(QEvent::MouseMove, place, Qt::NoButton, button); }
-
-private:
-    QTemporaryDir m_folder;
-    QSettings m_settings;
-    CSilentInterface m_ui;
-    CPrivateClipboard m_clipboard;
-    CPixoluneApp m_app{m_ui, m_clipboard};
-    CMainFrame m_window{m_app, m_settings};
-};
-
-CBenchWindow& Window()
+/// The step of a drag, there and back again by turns.
+Step DragSteps(CBenchWindow& window, QPoint from, Qt::MouseButton button, QPoint step)
 {
-    static CBenchWindow window;
-    return window;
-}
-
-void ShowJpg()
-{
-    CBenchWindow& window = Window();
-    window.CloseAll();
-    const QString path = window.File("photo.jpg");
-    if (!QFile::exists(path))
-        static_cast<void>(CImage::SaveImageFile(ToPath(path), BackdropPicture(kMegapixelsOpened),
-                                                JpgOptions{90}.Value(), nullptr));
-    window.Open(path);
-}
-
-/// 50 objects of 12 megapixels, each a picture of its own.
-void ShowStack()
-{
-    CBenchWindow& window = Window();
-    window.CloseAll();
-    ShowJpg();
-    CObjectCanvas& canvas = window.Document().Canvas();
-    canvas.DeselectAll();
-    for (int index = 1; index < kObjects; ++index) {
-        auto object = MakeShared<CPicObject>(
-            MakeShared<CRasterImage>(PhotoPicture(kMegapixelsOpened).Duplicate(), "layer"));
-        object->visible = true;
-        canvas.objects.Append(std::move(object));
-    }
-    canvas.objects.At(kObjects / 2)->SetSelected(true);
-    window.Document().NotifyObjectsChanged();
-    window.Document().NotifyFrameChanged();
-    CBenchWindow::Settle();
-}
-
-using Shown = void (*)();
-
-/// The step of a drag, there and back again by turns, after a press in the middle.
-std::function<void()> DragSteps(Qt::MouseButton button, QPoint step)
-{
-    CBenchWindow& window = Window();
-    const QPoint middle = window.Canvas().rect().center();
-    window.Mouse(QEvent::MouseButtonPress, middle, button, button);
-    return [middle, button, step, turn = 0]() mutable {
+    window.Press(from, button);
+    return [from, button, step, turn = 0](CBenchWindow& w) mutable {
         turn = (turn + 1) % 20;
-        Window().Drag(middle + step * (turn < 10 ? turn : 20 - turn), button);
+        w.Drag(from + step * (turn < 10 ? turn : 20 - turn), button);
     };
 }
 
-void Release(Qt::MouseButton button)
+QPoint Middle(CBenchWindow& window)
 {
-    CBenchWindow& window = Window();
-    window.Mouse(QEvent::MouseButtonRelease, window.Canvas().rect().center(), button, Qt::NoButton);
+    return window.Canvas().rect().center();
 }
 
-void Stroke()
+/// Selects an object and drags it by a pixel that is not clear.
+Step MoveObject(CBenchWindow& window, size_t index)
 {
-    CBenchWindow& window = Window();
-    const QPoint from(300, 300);
-    window.Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-    for (int step = 1; step <= 20; ++step)
-        window.Drag(from + QPoint(step * 20, step * 10), Qt::LeftButton);
-    window.Mouse(QEvent::MouseButtonRelease, from + QPoint(400, 200), Qt::LeftButton, Qt::NoButton);
+    const Ref<CPicObject> object = window.Document().Canvas().objects.At(index);
+    CObjectList moved;
+    moved.Append(object);
+    SelectObjects(window.Document(), moved);
+    QPoint grip = Middle(window);
+    while (grip.x() > 0 && !object->IsHit(window.View().Geometry().ToDocument(Point{grip.x(), grip.y()})))
+        grip.rx() -= 10;
+    return DragSteps(window, grip, Qt::LeftButton, {5, 3});
+}
+
+/// From the end of a slider's drag until the canvas shows the result.
+Step PreviewSteps(CBenchWindow& window)
+{
+    const auto dialog = std::make_shared<CTransformDlg>(
+        window.Document(), FindTransform(TransformKind::BrightnessContrast), &window.Frame());
+    dialog->show();
+    CBenchWindow::Settle();
+    auto* slider = dialog->findChild<QSlider*>();
+    return [dialog, slider](CBenchWindow& w) {
+        slider->setSliderDown(true);
+        slider->setValue(slider->value() == 20 ? 30 : 20);
+        slider->setSliderDown(false);
+        w.AwaitPaint();
+    };
 }
 
 struct WindowCase {
     const char* operation;
-    std::function<std::function<void()>()> prepare; ///< with the document shown
+    int times;
+    std::function<Step(CBenchWindow& window)> prepare; ///< with the document shown
 };
+
+/// A step that nothing has to be prepared for.
+std::function<Step(CBenchWindow&)> Plainly(Step step)
+{
+    return [step = std::move(step)](CBenchWindow&) { return step; };
+}
+
+/// By turns one command and the other.
+Step Alternately(CommandId one, CommandId other)
+{
+    return [=, isOther = true](CBenchWindow& window) mutable {
+        isOther = !isOther;
+        window.Run(isOther ? other : one);
+    };
+}
 
 const WindowCase kCases[] = {
-    {"paint-all", [] { return [] { Window().Canvas().repaint(); }; }},
-    {"pan-step",
-     [] {
-         return DragSteps(Qt::MiddleButton, {12, 7});
+    {"first-paint", 10, Plainly([](CBenchWindow& window) {
+         window.View().ForgetPainting();
+         window.Canvas().repaint();
+     })},
+    {"paint-all", 20, Plainly([](CBenchWindow& window) { window.Canvas().repaint(); })},
+    {"pan-step", 40,
+     [](CBenchWindow& w) {
+         return DragSteps(w, Middle(w), Qt::MiddleButton, {12, 7});
      }},
-    {"zoom-step",
-     [] {
-         return [in = false]() mutable {
-             in = !in;
-             Window().Run(in ? CommandId::ViewZoomIn : CommandId::ViewZoomOut);
-         };
+    {"zoom-in-step", 20, Plainly(Alternately(CommandId::ViewZoomIn, CommandId::ViewZoomOut))},
+    {"zoom-out-step", 20, Plainly(Alternately(CommandId::ViewZoomOut, CommandId::ViewZoomIn))},
+    {"stroke-step", 40,
+     [](CBenchWindow& window) {
+         window.View().SetMode(ToolMode::Pencil);
+         return DragSteps(window, Middle(window), Qt::LeftButton, {9, 4});
      }},
-    {"move-object-step",
-     [] {
-         Window().View().SetMode(ToolMode::Default);
-         return DragSteps(Qt::LeftButton, {5, 3});
+    {"undo-redo-stroke", 10,
+     [](CBenchWindow& window) {
+         Stroke(window, {300, 300});
+         return Alternately(CommandId::EditUndo, CommandId::EditRedo);
      }},
-    {"stroke-step",
-     [] {
-         Window().View().SetMode(ToolMode::Pencil);
-         return DragSteps(Qt::LeftButton, {9, 4});
-     }},
-    {"undo-and-redo-of-a-stroke",
-     [] {
-         Window().View().SetMode(ToolMode::Pencil);
-         Stroke();
-         return [] {
-             Window().Run(CommandId::EditUndo);
-             Window().Run(CommandId::EditRedo);
-         };
-     }},
-    {"negative-of-an-object", [] { return [] { Window().Run(CommandId::TransformNegative); }; }},
-    {"save-native",
-     [] {
-         return [] {
-             CBenchWindow& window = Window();
-             static_cast<void>(SaveDocument(window.Document(), ToPath(window.File("saved.pxd"))));
-         };
-     }},
+    {"preview-brightness", 10, PreviewSteps},
+    {"negative", 10, Plainly(Alternately(CommandId::TransformNegative, CommandId::EditUndo))},
 };
 
-void Register()
+const WindowCase kMoveTop{"move-top-step", 40, [](CBenchWindow& window) {
+                              return MoveObject(window, window.Document().Canvas().objects.Count() - 1);
+                          }};
+const WindowCase kMoveMiddle{"move-middle-step", 40,
+                             [](CBenchWindow& window) { return MoveObject(window, kStackObjects / 2); }};
+const WindowCase kMoveBottom{"move-bottom-step", 40,
+                             [](CBenchWindow& window) { return MoveObject(window, 0); }};
+
+void AddCase(CStage& stage, const WindowCase& windowCase, const std::string& size,
+             const std::function<void()>& show)
 {
-    AddCase({"window/open-jpg", "12MP", "ours", Threads::All}, [] { return ShowJpg; });
-    for (const auto& [size, show] :
-         {std::pair<const char*, Shown>{"12MP", ShowJpg}, {"12MP-50-objects", ShowStack}}) {
-        for (const WindowCase& windowCase : kCases) {
-            // A stack of 2.4 GB is not written over and over.
-            if (show == ShowStack && windowCase.operation == std::string("save-native"))
-                continue;
-            AddCase({std::string("window/") + windowCase.operation, size, "ours", Threads::All},
-                    [show = show, &windowCase] {
-                        Release(Qt::NoButton);
-                        show();
-                        return windowCase.prepare();
-                    });
-        }
+    AddWindowCase(std::string("window/") + windowCase.operation, size, windowCase.times,
+                  [&stage, &windowCase, show](benchmark::State& state) {
+                      show();
+                      stage.window.Reset();
+                      {
+                          const Step step = windowCase.prepare(stage.window);
+                          step(stage.window); // pages and caches as they are in use
+                          for ([[maybe_unused]] auto iteration : state)
+                              step(stage.window);
+                      }
+                      stage.window.Reset();
+                  });
+}
+
+void Register(CStage& stage)
+{
+    AddWindowCase("window/open-jpg", kPhotoName, 5, [&stage](benchmark::State& state) {
+        for ([[maybe_unused]] auto iteration : state)
+            stage.OpenPhoto();
+    });
+    for (const WindowCase& windowCase : kCases)
+        AddCase(stage, windowCase, kPhotoName, [&stage] { stage.ShowPhoto(); });
+    AddCase(stage, kMoveTop, kPhotoName, [&stage] { stage.ShowPhoto(); });
+    AddWindowCase("window/save-native", kPhotoName, 3, [&stage](benchmark::State& state) {
+        stage.ShowPhoto();
+        for ([[maybe_unused]] auto iteration : state)
+            static_cast<void>(SaveDocument(stage.window.Document(), ToPath(stage.window.File("saved.pxd"))));
+    });
+    for (const Stack stack : kStacks) {
+        for (const WindowCase& windowCase : kCases)
+            AddCase(stage, windowCase, StackName(stack), [&stage, stack] { stage.ShowStack(stack); });
+        for (const WindowCase* windowCase : {&kMoveTop, &kMoveMiddle, &kMoveBottom})
+            AddCase(stage, *windowCase, StackName(stack), [&stage, stack] { stage.ShowStack(stack); });
     }
 }
 
@@ -231,9 +162,12 @@ void Register()
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
-    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     benchmark::Initialize(&argc, argv);
-    Register();
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return EXIT_FAILURE;
+    CStage stage;
+    Register(stage);
+    AddMemoryCases(stage);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return EXIT_SUCCESS;
