@@ -5,7 +5,25 @@
 #include "fileio/DocumentFiles.h"
 #include "platform/strings/Strings.h"
 
+#include <algorithm>
+#include <charconv>
 #include <new>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view kNewTitle = "Untitled ";
+
+/// The number in the title of a new document; 0 for other titles.
+int NumberIn(std::string_view title)
+{
+    int number = 0;
+    if (title.starts_with(kNewTitle))
+        std::from_chars(title.data() + kNewTitle.size(), title.data() + title.size(), number);
+    return number;
+}
+
+} // namespace
 
 CPixoluneApp::CPixoluneApp(IUserInterface& ui, IClipboard& clipboard)
     : m_services{m_settings, ui, clipboard, m_names}
@@ -17,7 +35,7 @@ CPixoluneDoc* CPixoluneApp::NewDocument()
     auto document = std::make_unique<CPixoluneDoc>(m_services);
     if (!InitializeNewDocument(*document))
         return nullptr;
-    document->SetNewTitle("Untitled " + std::to_string(m_nextNewTitle++));
+    document->SetNewTitle(std::string(kNewTitle) + std::to_string(++m_newTitles));
     return Add(std::move(document));
 }
 
@@ -41,6 +59,7 @@ CPixoluneDoc* CPixoluneApp::TakeRecovered(RecoveredDocument recovered, const std
 {
     if (m_journal)
         m_journal->GoOn(recovered, path);
+    m_newTitles = std::max(m_newTitles, NumberIn(recovered.document->Title()));
     m_documents.push_back(std::move(recovered.document));
     return m_documents.back().get();
 }

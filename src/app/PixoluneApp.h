@@ -64,7 +64,7 @@ private:
     CObjectNameCounter m_names;
     AppServices m_services;
     std::vector<std::unique_ptr<CPixoluneDoc>> m_documents;
-    int m_nextNewTitle = 1;
+    int m_newTitles = 0; ///< the highest number in the title of a new document so far
     CHistoryTidier m_tidier;
     /// Stands behind the documents, whose observers it holds.
     std::unique_ptr<CJournal> m_journal;

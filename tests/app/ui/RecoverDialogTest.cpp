@@ -69,6 +69,10 @@ TEST_F(CRecoverTest, LaterAsksAgainAndRecoverBringsDocumentAndListsBack)
     ASSERT_EQ(m_app.Documents().size(), 1u);
     CPixoluneDoc& document = *m_app.Documents().front();
     EXPECT_EQ(document.Title(), "Untitled 2");
+    CPixoluneDoc* const fresh = m_app.NewDocument();
+    ASSERT_NE(fresh, nullptr);
+    EXPECT_EQ(fresh->Title(), "Untitled 3") << "no name is given twice";
+    m_app.CloseDocument(fresh);
     EXPECT_TRUE(document.IsModified());
     EXPECT_EQ(document.Canvas().objects.Count(), 2u);
     EXPECT_EQ(document.History().UndoItem().text, "Undo new object");
