@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <numeric>
 #include <vector>
 
 namespace {
@@ -18,6 +19,16 @@ int Bits(int samples, int bitsOfEach)
 {
     const int64_t bits = int64_t{samples} * bitsOfEach;
     return bits <= kMostBits ? static_cast<int>(bits) : 0;
+}
+
+/// The number in some bytes, the highest first; 0 beyond the end.
+int NumberAt(CByteReader reader, uint64_t position, uint64_t bytes)
+{
+    std::span<const uint8_t> digits;
+    if (!reader.Seek(position) || !reader.ReadBytes(bytes, digits))
+        return 0;
+    return std::accumulate(digits.begin(), digits.end(), 0,
+                           [](int number, uint8_t digit) { return number << 8 | digit; });
 }
 
 int DepthOfDibHeader(CByteReader reader)
@@ -72,17 +83,12 @@ int DepthOfJpg(CByteReader reader)
 
 int DepthOfPcx(CByteReader reader)
 {
-    uint8_t bits = 0;
-    uint8_t planes = 0;
-    return reader.Seek(3) && reader.ReadU8(bits) && reader.Seek(65) && reader.ReadU8(planes)
-               ? Bits(planes, bits)
-               : 0;
+    return Bits(NumberAt(reader, 65, 1), NumberAt(reader, 3, 1));
 }
 
 int DepthOfTga(CByteReader reader)
 {
-    uint8_t bits = 0;
-    return reader.Seek(16) && reader.ReadU8(bits) ? Bits(1, bits) : 0;
+    return Bits(1, NumberAt(reader, 16, 1));
 }
 
 /// The numbers of a TIFF file in its byte order.
@@ -149,11 +155,7 @@ int DepthOfTiff(CByteReader reader)
 
 int DepthOfPsd(CByteReader reader)
 {
-    uint16_t channels = 0;
-    uint16_t depth = 0;
-    return reader.Seek(12) && reader.ReadBigU16(channels) && reader.Skip(8) && reader.ReadBigU16(depth)
-               ? Bits(channels, depth)
-               : 0;
+    return Bits(NumberAt(reader, 12, 2), NumberAt(reader, 22, 2));
 }
 
 int DepthOfGif(CByteReader reader)

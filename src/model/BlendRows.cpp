@@ -2,12 +2,12 @@
 #include "model/BlendRows.h"
 
 #include "model/BlendPixels.h"
+#include "platform/memory/Prefetch.h"
 
 #include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "model/BlendRows.cpp"
-#include <hwy/cache_control.h>
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 // After highway.h.
@@ -48,10 +48,6 @@ HWY_INLINE WordVector DivideBy255(WordVector x)
 {
     return hn::ShiftRight<8>(hn::Add(hn::Add(x, hn::Set(Words(), 1)), hn::ShiftRight<8>(x)));
 }
-
-/// How far ahead memory is asked for. Rows of neighbours in memory follow each other, so that reaching past
-/// the end of a row is right as well; the processor's own prefetching stops at every page.
-constexpr size_t kPrefetchBytes = 2048;
 
 /// Calls `step(destination, source)` for a vector of pixels at a time; the last ones are copied into a
 /// full vector and back.
