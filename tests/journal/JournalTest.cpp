@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journal/Journal.h"
 
+#include "journal/HeldState.h"
 #include "platform/io/ByteWriter.h"
 #include "platform/io/FileBytes.h"
 #include "support/FullDisk.h"
 #include "support/RandomEditor.h"
 #include "support/TestFiles.h"
 
-#include <cstring>
+#include <algorithm>
+#include <array>
+#include <set>
 
 namespace {
 
@@ -75,8 +78,7 @@ struct JournalledEditing {
                 journal.Work(std::chrono::steady_clock::now());
             if (rewrites)
                 CheckWhatIsThere();
-            else
-                editor.Tidy();
+            editor.Tidy();
         }
         journal.Finish();
         writer.Drain();
@@ -125,6 +127,25 @@ TEST(Journal, BringsBackDocumentAndHistoryOfRandomEditing)
     }
 }
 
+/// How many entries of a journal end each of its steps: those that go on with the next one are counted with
+/// it.
+std::vector<uint32_t> StepsIn(std::span<const uint8_t> journal)
+{
+    // The end of a picture's runs, and that there is more to the step.
+    constexpr std::array<uint8_t, 9> kGoesOn{0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 'M'};
+    std::vector<uint32_t> steps;
+    uint32_t entries = 0;
+    ReadJournal(journal, [&](std::span<const uint8_t> entry) {
+        ++entries;
+        const bool goesOn =
+            entry.size() > kGoesOn.size() && std::ranges::equal(entry.last(kGoesOn.size()), kGoesOn);
+        if (!goesOn)
+            steps.push_back(entries);
+        return true;
+    });
+    return steps;
+}
+
 /// A document whose strokes and transforms each change pixels that do not pack.
 struct LongSession {
     LongSession() { test.Add(RandomDib(kSide, kSide, 1), 0, 0, true); }
@@ -134,6 +155,15 @@ struct LongSession {
         const Ref<CRasterImage> image = test.doc.Canvas().objects.Top()->image;
         command->AddPicture(image, image->Exchange(RandomDib(kSide, kSide, seed)));
         test.doc.Record(std::move(command));
+    }
+    /// What the file tells is the document as it is, with its history.
+    void ExpectTold()
+    {
+        TestDocument other;
+        const auto recovered = RecoverDocument(file, other.services);
+        ASSERT_TRUE(recovered);
+        EXPECT_EQ(ShownState::Of(*recovered->document), ShownState::Of(test.doc));
+        EXPECT_EQ(Walk(*recovered->document), Walk(test.doc));
     }
     static constexpr int kSide = 64;
     TestDocument test;
@@ -157,10 +187,7 @@ TEST(Journal, OfALongSessionStaysBounded)
         ASSERT_LE(std::filesystem::file_size(session.file),
                   std::max(kLeastRewrittenBytes, kMostJournalGrowth * held) + 2 * kPicture);
     }
-    TestDocument other;
-    const auto recovered = RecoverDocument(session.file, other.services);
-    ASSERT_TRUE(recovered);
-    EXPECT_EQ(Walk(*recovered->document), Walk(session.test.doc));
+    session.ExpectTold();
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(session.folder.Path()), {}), 1);
 }
 
@@ -181,11 +208,7 @@ TEST(Journal, IsWholeAgainAfterTheDiskWasFull)
     session.Step(4);
     journal.Finish();
     session.writer.Drain();
-    TestDocument other;
-    const auto recovered = RecoverDocument(session.file, other.services);
-    ASSERT_TRUE(recovered);
-    EXPECT_EQ(ShownState::Of(*recovered->document), ShownState::Of(session.test.doc));
-    EXPECT_EQ(Walk(*recovered->document), Walk(session.test.doc));
+    session.ExpectTold();
 }
 
 TEST(Journal, IsWholeAgainAfterMemoryRanOut)
@@ -200,11 +223,36 @@ TEST(Journal, IsWholeAgainAfterMemoryRanOut)
     session.test.doc.Undo();
     journal.Finish();
     session.writer.Drain();
-    TestDocument other;
-    const auto recovered = RecoverDocument(session.file, other.services);
-    ASSERT_TRUE(recovered);
-    EXPECT_EQ(ShownState::Of(*recovered->document), ShownState::Of(session.test.doc));
-    EXPECT_EQ(Walk(*recovered->document), Walk(session.test.doc));
+    session.ExpectTold();
+}
+
+/// Commands that hold their versions packed, with one undone, as the program comes to hold them while idle.
+TEST(Journal, WrittenAnewTellsPackedVersions)
+{
+    LongSession session;
+    CDocumentJournal journal(session.test.doc, session.writer, session.writer.Open(session.file));
+    const Ref<CRasterImage> image = session.test.doc.Canvas().objects.Top()->image;
+    for (int step = 1; step <= 6; ++step) {
+        CPackedDib next = image->Dib().Duplicate();
+        for (uint8_t& byte : next.Bits().first(next.Bits().size() / 8 * 3))
+            byte ^= static_cast<uint8_t>(step);
+        auto command = std::make_unique<CTransformCommand>(TransformKind::Negative);
+        command->AddPicture(image, image->Exchange(std::move(next)));
+        session.test.doc.Record(std::move(command));
+    }
+    CHistoryTidier tidier;
+    while (tidier.Work(session.test.doc, std::chrono::milliseconds(1))) {
+    }
+    session.test.doc.Undo();
+    journal.Rewrite();
+    const CHeldState held(session.test.doc);
+    EXPECT_GT(std::ranges::count_if(held.versions,
+                                    [](const auto& each) { return each.version->Changes().IsPacked(); }),
+              4);
+    journal.Finish();
+    session.writer.Drain();
+    EXPECT_EQ(StepsIn(FileContents(session.file)).size(), 1u);
+    session.ExpectTold();
 }
 
 TEST(Journal, CanBeGoneOnWithAfterRecovery)
@@ -240,55 +288,87 @@ TEST(Journal, CanBeGoneOnWithAfterRecovery)
     }
 }
 
-/// Whether damaged bytes give exactly the state after the whole entries before the damage.
-testing::AssertionResult TellsThePast(const JournalledEditing& editing, std::span<const uint8_t> bytes,
-                                      size_t damageAt)
+/// What the whole steps of a journal tell one after another. They must be the states that there were, in
+/// order and up to the last; one that was written anew begins with any of them. A step may tell what a state
+/// already shown needs later.
+std::vector<ShownState> StatesIn(const JournalledEditing& editing, bool isWrittenAnew)
+{
+    std::vector<ShownState> told;
+    std::set<size_t> possible;
+    for (size_t index = 0; index < (isWrittenAnew ? editing.states.size() : 1); ++index)
+        possible.insert(index);
+    for (const uint32_t entries : StepsIn(editing.bytes)) {
+        uint32_t read = 0;
+        const JournalExtent extent =
+            ReadJournal(editing.bytes, [&](std::span<const uint8_t>) { return read++ < entries; });
+        TestDocument test;
+        const auto recovered = RecoverDocument(std::span(editing.bytes).first(extent.bytes), test.services);
+        EXPECT_TRUE(recovered);
+        if (!recovered)
+            break;
+        told.push_back(ShownState::Of(*recovered->document));
+        std::set<size_t> next;
+        for (const size_t before : possible) {
+            for (const size_t index : {before, before + 1}) {
+                if (index < editing.states.size() && editing.states[index] == told.back())
+                    next.insert(index);
+            }
+        }
+        possible = std::move(next);
+    }
+    EXPECT_TRUE(possible.contains(editing.states.size() - 1));
+    return told;
+}
+
+/// Whether damaged bytes give exactly the state after the whole steps before the damage.
+testing::AssertionResult TellsThePast(std::span<const uint8_t> bytes, std::span<const uint8_t> before,
+                                      std::span<const ShownState> states)
 {
     TestDocument test;
     const auto recovered = RecoverDocument(bytes, test.services);
-    // Entries that end before the damage, found in the whole journal.
-    size_t whole = 0;
-    {
-        const std::span<const uint8_t> before = std::span(editing.bytes).first(damageAt);
-        whole = ReadJournal(before, [](std::span<const uint8_t>) { return true; }).entries;
-    }
-    if (!recovered || whole == 0)
-        return recovered.has_value() == (whole != 0) ? testing::AssertionSuccess()
-                                                     : testing::AssertionFailure() << "begin";
-    if (recovered->extent.entries != whole)
-        return testing::AssertionFailure() << recovered->extent.entries << " entries for " << whole;
-    if (ShownState::Of(*recovered->document) != editing.states[whole - 1])
-        return testing::AssertionFailure() << "another state after " << whole << " entries";
+    const std::vector<uint32_t> whole = StepsIn(before);
+    if (!recovered || whole.empty())
+        return recovered.has_value() != whole.empty() ? testing::AssertionSuccess()
+                                                      : testing::AssertionFailure() << "begin";
+    if (recovered->extent.entries != whole.back())
+        return testing::AssertionFailure() << recovered->extent.entries << " entries for " << whole.back();
+    if (ShownState::Of(*recovered->document) != states[whole.size() - 1])
+        return testing::AssertionFailure() << "another state after " << whole.size() << " steps";
     return testing::AssertionSuccess();
 }
 
 TEST(Journal, CutOrDamagedAnywhereTellsWhatWasBefore)
 {
-    for (uint32_t seed = 1; seed <= 6; ++seed) {
+    size_t longest = 0;
+    for (uint32_t seed = 1; seed <= 12; ++seed) {
         SCOPED_TRACE(seed);
-        JournalledEditing editing(seed, 40);
+        const bool isWrittenAnew = seed % 2 == 0;
+        JournalledEditing editing(seed, 40, isWrittenAnew);
         const Bytes& bytes = editing.bytes;
-        const JournalExtent all = ReadJournal(bytes, [](std::span<const uint8_t>) { return true; });
-        ASSERT_EQ(all.entries, editing.states.size()) << "an entry for each state";
+        const std::vector<ShownState> told = StatesIn(editing, isWrittenAnew);
+        if (isWrittenAnew && told.size() < editing.states.size())
+            longest = std::max(longest, told.size());
+        const auto tellsThePast = [&](std::span<const uint8_t> damaged, size_t damageAt) {
+            return TellsThePast(damaged, std::span(bytes).first(damageAt), told);
+        };
         // Every end of a record, then bytes and bits anywhere.
         for (size_t at = kJournalNameBytes; at <= bytes.size();) {
-            ASSERT_TRUE(TellsThePast(editing, std::span(bytes).first(at), at)) << at;
-            uint32_t stored = 0;
-            if (at + sizeof stored > bytes.size())
+            ASSERT_TRUE(tellsThePast(std::span(bytes).first(at), at)) << at;
+            if (at + kJournalRecordHeader > bytes.size())
                 break;
-            std::memcpy(&stored, bytes.data() + at, sizeof stored);
-            at += 20 + stored;
+            at += RecordBytes(std::span(bytes).subspan(at));
         }
         std::mt19937 random(seed);
         for (int trial = 0; trial < 150; ++trial) {
             const size_t at = random() % bytes.size();
-            ASSERT_TRUE(TellsThePast(editing, std::span(bytes).first(at), at)) << "cut at " << at;
+            ASSERT_TRUE(tellsThePast(std::span(bytes).first(at), at)) << "cut at " << at;
             Bytes flipped = bytes;
             flipped[at] = static_cast<uint8_t>(flipped[at] ^ 1u << random() % 8);
-            ASSERT_TRUE(TellsThePast(editing, flipped, at)) << "bit of byte " << at;
+            ASSERT_TRUE(tellsThePast(flipped, at)) << "bit of byte " << at;
         }
         editing.editor.ForgetTidying();
     }
+    EXPECT_GT(longest, 4u) << "steps behind the one that tells everything anew";
 }
 
 TEST(Journal, LiesWithRightChecksumsAreHarmless)
@@ -335,6 +415,19 @@ TEST(Journal, APictureThatTheFileCannotFillTakesNoMemory)
     journal.insert(journal.end(), record.begin(), record.end());
     TestDocument test;
     EXPECT_FALSE(RecoverDocument(journal, test.services));
+}
+
+TEST(Journal, ThatIsTooLongIsNotRead)
+{
+    LongSession session;
+    CDocumentJournal(session.test.doc, session.writer, session.writer.Open(session.file)).Finish();
+    session.writer.Drain();
+    std::filesystem::resize_file(session.file, std::filesystem::file_size(session.file) + 1000);
+    session.ExpectTold();
+    std::filesystem::resize_file(session.file, static_cast<uintmax_t>(kMostJournalBytes) + 1);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(RecoverDocument(session.file, session.test.services));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
 }
 
 TEST(CJournalFolder, IsTakenOverOnlyFromTheDead)
