@@ -92,12 +92,78 @@ void BenchMessages(benchmark::State& state)
     std::filesystem::remove_all(parent, ignored);
 }
 
+/// The first mouse messages after the whole picture has changed, before the journal could take it down: the
+/// pointer goes from corner to corner in one move. What the slowest of `kRounds` rounds take.
+void BenchAfterFilter(benchmark::State& state)
+{
+    const bool hasJournal = state.range(0) != 0;
+    const auto tool = static_cast<ToolMode>(state.range(1));
+    constexpr int kRounds = 15;
+    const std::filesystem::path parent = std::filesystem::temp_directory_path() / "pixolune-bench-journal";
+    for ([[maybe_unused]] auto iteration : state) {
+        OpenPicture open(12);
+        open.settings.Set(Setting::UndoMaxTimes, 3);
+        open.settings.Set(Setting::PaintLineWidth, 50);
+        open.settings.Set(Setting::AllowPaintTransparence, 0);
+        const auto journal = hasJournal ? CJournal::Create(parent) : nullptr;
+        if (journal)
+            journal->Begin(open.document);
+        std::vector<double> waits;
+        std::vector<double> worked;
+        const auto measure = [&](const auto& message) {
+            const double begin = Milliseconds();
+            const double wallBegin = WallMilliseconds();
+            message();
+            worked.push_back(Milliseconds() - begin);
+            waits.push_back(WallMilliseconds() - wallBegin);
+            if (journal) {
+                journal->Note();
+                journal->Work(std::chrono::milliseconds(2));
+            }
+        };
+        for (int round = 0; round < kRounds; ++round) {
+            if (journal) {
+                journal->Finish();
+                journal->WaitUntilWritten();
+            }
+            open.Invert();
+            const Size size = open.document.Canvas().Size();
+            MouseInput input{open.view.Geometry().ToClient({0, 0}), MouseButton::Left};
+            open.view.SetMode(tool);
+            measure([&] { open.view.Press(input); });
+            input.client = open.view.Geometry().ToClient({size.width - 1, size.height - 1});
+            measure([&] { open.view.Move(input); });
+            measure([&] { open.view.Release(input); });
+        }
+        for (auto* times : {&waits, &worked}) {
+            std::vector<double> byMessage[3];
+            for (size_t i = 0; i < times->size(); ++i)
+                byMessage[i % 3].push_back((*times)[i]);
+            constexpr const char* kNames[] = {"press", "move", "release"};
+            const std::string unit = times == &waits ? " wall ms" : " cpu ms";
+            for (size_t i = 0; i < 3; ++i) {
+                std::ranges::sort(byMessage[i]);
+                state.counters[std::string(kNames[i]) + unit + " median"] = byMessage[i][kRounds / 2];
+                state.counters[std::string(kNames[i]) + unit + " worst"] = byMessage[i].back();
+            }
+        }
+    }
+    std::error_code ignored;
+    std::filesystem::remove_all(parent, ignored);
+}
+
 const bool kRegistered = [] {
     for (const Journals journals : {Journals::None, Journals::Kept, Journals::WrittenAnew})
         benchmark::RegisterBenchmark("journal/stroke-messages/12MP/ours/t1", BenchMessages)
             ->Arg(static_cast<int64_t>(journals))
             ->Iterations(1)
             ->Unit(benchmark::kMillisecond);
+    for (const ToolMode tool : {ToolMode::Pencil, ToolMode::Rectangle, ToolMode::FloodFill})
+        for (const int64_t hasJournal : {0, 1})
+            benchmark::RegisterBenchmark("journal/after-filter/12MP/ours/t1", BenchAfterFilter)
+                ->Args({hasJournal, static_cast<int64_t>(tool)})
+                ->Iterations(1)
+                ->Unit(benchmark::kMillisecond);
     return true;
 }();
 

@@ -33,6 +33,18 @@ struct OpenPicture {
         command->AddPicture(image, image->Exchange(image->Dib().Duplicate()));
         document.Record(std::move(command));
     }
+    /// The negative of the picture, like that.
+    void Invert()
+    {
+        const Ref<CRasterImage> image = document.Canvas().objects.Bottom()->image;
+        CPackedDib inverted = image->Dib().Duplicate();
+        const std::span<uint8_t> bits = inverted.Bits();
+        for (size_t i = 0; i < bits.size(); ++i)
+            bits[i] ^= i % 4 == 3 ? 0 : 255;
+        auto command = std::make_unique<CTransformCommand>(TransformKind::Negative);
+        command->AddPicture(image, image->Exchange(std::move(inverted)));
+        document.Record(std::move(command));
+    }
     /// A line of the pencil with four corners, across up to a quarter of the picture's width and height.
     void Stroke(std::mt19937& random)
     {

@@ -26,7 +26,7 @@ void CEraseTool::BeginStroke(MouseButton /*button*/)
 
 bool CEraseTool::ApplySegment(const CCoverageMask& mask)
 {
-    if (!m_stroke->Prepare(mask.Bounds()))
+    if (!m_stroke->Prepare(mask))
         return !m_stroke->IsIntact();
     ErasePixels(m_stroke->Pixels(), mask, m_transparence);
     View().Document().NotifyFrameChanged(mask.Bounds().Moved(Target()->x, Target()->y));

@@ -42,7 +42,7 @@ bool CPencilTool::ApplySegment(const CCoverageMask& mask)
 {
     if (m_layer)
         return AddToLayer(mask);
-    if (!m_inPlace->Prepare(mask.Bounds()))
+    if (!m_inPlace->Prepare(mask))
         return !m_inPlace->IsIntact();
     PaintOntoPixels(m_inPlace->Pixels(), mask, m_paint);
     View().Document().NotifyFrameChanged(mask.Bounds().Moved(Target()->x, Target()->y));

@@ -13,7 +13,7 @@ namespace {
 /// More would only fill the memory while the disk is busy.
 constexpr size_t kMostWaitingBytes = size_t{64} << 20;
 
-/// More is not copied at once for the sake of a new file: whoever paints would notice.
+/// More is not copied at once for the sake of a new file: whoever works would notice.
 constexpr size_t kMostEarlyBytes = size_t{2} << 20;
 
 constexpr int kNoPicture = -1;
@@ -129,13 +129,6 @@ CDocumentJournal::~CDocumentJournal()
     DropEntries();
 }
 
-template <typename Visit> void CDocumentJournal::ForEachEntry(Visit visit)
-{
-    std::ranges::for_each(m_entries, visit);
-    if (m_rewrite)
-        visit(*m_rewrite);
-}
-
 CDocumentJournal::Entry& CDocumentJournal::Open()
 {
     if (m_entries.empty() || m_entries.back().isComplete)
@@ -165,8 +158,9 @@ void CDocumentJournal::CaptureShown(const Ref<CRasterImage>& image, Ref<CPicture
     CByteWriter head;
     WriteHead(head, JournalItem::Picture, *image, image->Version()->Number(), base ? base->Number() : 0,
               image->Dib());
-    Open().captures.push_back({CPictureCapture(image, std::move(base)), head.Take()});
-    image->SetWatcher(this);
+    Entry& entry = Open();
+    entry.captures.push_back(
+        {CPictureCapture(image, std::move(base), entry.isAnew ? kMostEarlyBytes : SIZE_MAX), head.Take()});
 }
 
 void CDocumentJournal::WriteHead(CByteWriter& writer, JournalItem item, const CRasterImage& image,
@@ -228,10 +222,6 @@ template <typename Run> void CDocumentJournal::Guard(Run run) noexcept
 
 void CDocumentJournal::DropEntries() noexcept
 {
-    ForEachEntry([](const Entry& entry) {
-        for (const Capture& capture : entry.captures)
-            capture.pixels.Image()->SetWatcher(nullptr);
-    });
     m_entries.clear();
     m_rewrite.reset();
 }
@@ -440,54 +430,12 @@ void CDocumentJournal::AbandonRewrite()
         Distrust();
         return;
     }
-    std::vector<Ref<CRasterImage>> watched;
-    const auto letGo = [&](const Entry& entry) {
-        for (const Capture& capture : entry.captures)
-            watched.push_back(capture.pixels.Image());
-    };
     if (m_rewrite) {
-        letGo(*m_rewrite);
         m_rewrite.reset();
         m_anew.Forget();
         m_writer.AbandonRewrite(m_target);
     }
-    if (const auto anew = std::ranges::find_if(m_entries, &Entry::isAnew); anew != m_entries.end()) {
-        letGo(*anew);
-        m_entries.erase(anew);
-    }
-    for (const Ref<CRasterImage>& image : watched)
-        StopWatching(*image);
-}
-
-void CDocumentJournal::OnPixelsWillChange(CRasterImage& image, int top, int bottom)
-{
-    bool isTooMuch = false;
-    Guard([&] {
-        ForEachEntry([&](Entry& entry) {
-            for (Capture& capture : entry.captures) {
-                if (capture.pixels.Image() != &image)
-                    continue;
-                if (entry.isAnew && capture.pixels.BytesToTake(top, bottom) > kMostEarlyBytes)
-                    isTooMuch = true;
-                else
-                    capture.pixels.TakeRows(top, bottom);
-            }
-        });
-        if (isTooMuch)
-            AbandonRewrite();
-    });
-}
-
-void CDocumentJournal::StopWatching(CRasterImage& image)
-{
-    bool isCaptured = false;
-    ForEachEntry([&](const Entry& entry) {
-        isCaptured = isCaptured || std::ranges::any_of(entry.captures, [&](const Capture& capture) {
-                         return capture.pixels.Image() == &image;
-                     });
-    });
-    if (!isCaptured)
-        image.SetWatcher(nullptr);
+    std::erase_if(m_entries, [](const Entry& entry) { return entry.isAnew; });
 }
 
 bool CDocumentJournal::CanHandEntry() const
@@ -508,13 +456,17 @@ bool CDocumentJournal::HandCapture(Entry& entry, CEntrySink& sink)
 {
     Capture& capture = entry.captures.front();
     sink.Add(std::exchange(capture.head, {}));
-    capture.pixels.Advance([&](std::span<const uint8_t> bytes) { sink.Add(bytes); });
+    if (!capture.pixels.Advance([&](std::span<const uint8_t> bytes) { sink.Add(bytes); })) {
+        if (entry.isAnew)
+            AbandonRewrite();
+        else
+            Distrust();
+        return false;
+    }
     if (!capture.pixels.IsDone())
         return false;
     sink.Add(EndOfRuns());
-    const Ref<CRasterImage> image = capture.pixels.Image();
     entry.captures.pop_front();
-    StopWatching(*image);
     return true;
 }
 

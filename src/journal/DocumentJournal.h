@@ -30,7 +30,7 @@ struct JournalNumbers {
 /// the program, taken back as a whole or not at all. Pixels follow in Work. Entries are handed over in order.
 /// A journal that has grown long, or could not be written, is written anew: all that the document and its
 /// history hold by then goes to another file in the same way, while entries go on to both.
-class CDocumentJournal final : private IDocumentObserver, private IPictureWatcher {
+class CDocumentJournal final : private IDocumentObserver {
 public:
     /// Begins with all that the document holds. The document must outlive the journal.
     CDocumentJournal(CPixoluneDoc& document, CJournalWriter& writer, std::shared_ptr<CJournalTarget> target);
@@ -78,7 +78,6 @@ private:
     void OnRecorded(const CEditCommand& command) override;
     void OnHistoryWillMove() override;
     void OnHistoryMoved(HistoryMove move) override;
-    void OnPixelsWillChange(CRasterImage& image, int top, int bottom) override;
 
     /// The entry that is being made.
     Entry& Open();
@@ -108,12 +107,10 @@ private:
     void Step();
     void HandEntry();
     void HandAnew();
-    /// Hands on a row of the first capture; the capture goes with its last row.
+    /// Hands on a row of the first capture; the capture goes with its last row. True then.
     [[nodiscard]] bool HandCapture(Entry& entry, CEntrySink& sink);
     void AbandonRewrite();
     void DropEntries() noexcept;
-    template <typename Visit> void ForEachEntry(Visit visit);
-    void StopWatching(CRasterImage& image);
 
     CPixoluneDoc& m_document;
     CJournalWriter& m_writer;

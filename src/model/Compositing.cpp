@@ -118,7 +118,7 @@ void CompositeForDisplay(const BitmapView& destination, Point destinationOrigin,
     VisitPictures(canvas.objects, floating,
                   [&](const CPackedDib& /*dib*/, Point position, uint8_t transparency, CRasterImage* image) {
                       if (image != nullptr)
-                          image->AnnounceChange(0, image->Height());
+                          image->AnnounceChange({0, 0, image->Width(), image->Height()});
                       CPackedDib& dib = image != nullptr ? image->AnnouncedDib() : *floating.dib;
                       CompositeInteger(destination, destinationOrigin, dib, position, transparency, zoom);
                   });

@@ -67,24 +67,6 @@ private:
     size_t m_left; ///< words
 };
 
-std::optional<CPixelChanges> CPixelChanges::Between(const CPackedDib& picture, const ConstBitmapView& other,
-                                                    Point corner)
-{
-    assert(picture.BitCount() == 32);
-    const auto width = static_cast<size_t>(picture.Width());
-    CPixelChangesBuilder builder;
-    for (int y = other.height; y-- > 0;) {
-        const int row = corner.y + y;
-        const size_t first =
-            static_cast<size_t>(picture.Height() - 1 - row) * width + static_cast<size_t>(corner.x);
-        const auto* shown = reinterpret_cast<const uint32_t*>(picture.Row(row)) + corner.x;
-        if (!builder.Compare(first, shown, reinterpret_cast<const uint32_t*>(other.Row(y)),
-                             static_cast<size_t>(other.width)))
-            return std::nullopt;
-    }
-    return builder.Finish();
-}
-
 std::optional<CPixelChanges> CPixelChanges::Joined(const CPixelChanges& first, const CPixelChanges& second)
 {
     // Both as pictures of changes: only the words between the first and the last of either matter.

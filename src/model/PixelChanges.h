@@ -14,10 +14,6 @@
 /// nothing.
 class CPixelChanges {
 public:
-    /// What takes a rectangle of a 32-bit picture from what it shows to `other`, whose corner stands at
-    /// `corner` inside the picture. None when memory runs out.
-    [[nodiscard]] static std::optional<CPixelChanges> Between(const CPackedDib& picture,
-                                                              const ConstBitmapView& other, Point corner);
     /// Two changes after one another as one; none when memory runs out.
     [[nodiscard]] static std::optional<CPixelChanges> Joined(const CPixelChanges& first,
                                                              const CPixelChanges& second);

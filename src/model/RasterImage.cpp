@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/RasterImage.h"
 
+#include "model/PictureSnapshot.h"
+
 #include <atomic>
 #include <cassert>
 #include <cstring>
-#include <vector>
 
 uint32_t CRasterImage::PixelAt(int x, int y) const
 {
@@ -13,6 +14,15 @@ uint32_t CRasterImage::PixelAt(int x, int y) const
     uint32_t pixel = 0;
     std::memcpy(&pixel, m_dib.Row(y) + static_cast<size_t>(x) * 4, sizeof pixel);
     return pixel;
+}
+
+void CRasterImage::AnnounceChange(const Rect& rect)
+{
+    m_contentId = NewContentId();
+    m_isSettled = false;
+    m_alphas.Forget(rect.top, rect.bottom);
+    if (!m_snapshots.empty() && !m_dib.IsEmpty())
+        CPictureSnapshot::CopyTiles(m_snapshots, ViewOf(std::as_const(m_dib)), rect);
 }
 
 uint64_t CRasterImage::NewContentId()

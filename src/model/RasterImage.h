@@ -9,16 +9,9 @@
 #include <cstdint>
 #include <string>
 #include <utility>
+#include <vector>
 
-class CRasterImage;
-
-/// Is told before pixels of a picture change, while they can still be read.
-class IPictureWatcher {
-public:
-    virtual ~IPictureWatcher() = default;
-    /// Rows are counted from the top; all of them when the picture is replaced.
-    virtual void OnPixelsWillChange(CRasterImage& image, int top, int bottom) = 0;
-};
+class CPictureSnapshot;
 
 /// Paints into a picture over many steps.
 class IPicturePainter {
@@ -47,7 +40,7 @@ public:
     [[nodiscard]] CPackedDib& MutableDib()
     {
         SetPainter(nullptr);
-        AnnounceChange(0, Height());
+        AnnounceChange({0, 0, Width(), Height()});
         return m_dib;
     }
     /// Who paints into the picture from now on; whoever did so until now puts everything back.
@@ -58,19 +51,10 @@ public:
     }
     /// The painter is done.
     void EndPainting() { m_painter = nullptr; }
-    /// Says that the pixels of some rows, counted from the top, are about to change through AnnouncedDib;
-    /// said anew for every change.
-    void AnnounceChange(int top, int bottom)
-    {
-        m_contentId = NewContentId();
-        m_isSettled = false;
-        m_alphas.Forget(top, bottom);
-        if (m_watcher != nullptr)
-            m_watcher->OnPixelsWillChange(*this, top, bottom);
-    }
+    /// Says that the pixels of a rectangle of the picture are about to change through AnnouncedDib; said anew
+    /// for every change.
+    void AnnounceChange(const Rect& rect);
     [[nodiscard]] CPackedDib& AnnouncedDib() { return m_dib; }
-    /// None: nobody is told. A watcher takes itself away before it goes.
-    void SetWatcher(IPictureWatcher* watcher) { m_watcher = watcher; }
     /// Another number after every change of the pixels; no two pictures ever have the same.
     [[nodiscard]] uint64_t ContentId() const { return m_contentId; }
 
@@ -117,13 +101,17 @@ public:
     bool selected = false;
 
 private:
+    friend class CPictureSnapshot;
+    void AddSnapshot(CPictureSnapshot* snapshot) { m_snapshots.push_back(snapshot); }
+    void RemoveSnapshot(CPictureSnapshot* snapshot) { std::erase(m_snapshots, snapshot); }
+
     [[nodiscard]] static uint64_t NewContentId();
     [[nodiscard]] Ref<CPictureVersion> BeginVersion();
 
     CPackedDib m_dib;
     uint64_t m_contentId = NewContentId();
     Ref<CPictureVersion> m_version;
-    IPictureWatcher* m_watcher = nullptr;
+    std::vector<CPictureSnapshot*> m_snapshots; ///< that still read this picture
     IPicturePainter* m_painter = nullptr;
     bool m_isSettled = false;
     mutable CAlphaTiles m_alphas;

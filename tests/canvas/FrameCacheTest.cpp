@@ -82,7 +82,7 @@ private:
     void PaintInto(CPicObject& object)
     {
         const Rect spot = Rect::At({Below(object.image->Width()), Below(object.image->Height())}, {1, 1});
-        object.image->AnnounceChange(spot.top, spot.bottom);
+        object.image->AnnounceChange(spot);
         CPackedDib& dib = object.image->AnnouncedDib();
         std::fill_n(dib.Row(spot.top) + ptrdiff_t{spot.left} * 4, 4, static_cast<uint8_t>(Below(256)));
         m_cache.Drop(Zoomed(spot.Moved(object.x, object.y)));

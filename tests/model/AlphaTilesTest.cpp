@@ -41,7 +41,7 @@ TEST(AlphaTiles, BoundTheAlphasOfARectangleWhateverIsPaintedInside)
             ASSERT_LE(told.lowest, real.lowest);
             ASSERT_GE(told.highest, real.highest);
         }
-        image.AnnounceChange(corner.y, corner.y + 1);
+        image.AnnounceChange(Rect::At(corner, {1, 1}));
         image.AnnouncedDib().Row(corner.y)[ptrdiff_t{corner.x} * 4 + 3] =
             static_cast<uint8_t>(below(2) * 255);
     }

@@ -8,11 +8,6 @@
 
 namespace {
 
-CPixelChanges AllBetween(const CPackedDib& a, const CPackedDib& b)
-{
-    return std::move(*CPixelChanges::Between(a, ViewOf(b), {}));
-}
-
 TEST(CPixelChanges, LeadFromEitherPictureToTheOtherPackedOrNot)
 {
     struct Row {
@@ -34,7 +29,7 @@ TEST(CPixelChanges, LeadFromEitherPictureToTheOtherPackedOrNot)
         for (int dot = 0; dot < row.dots; ++dot)
             b.Row(static_cast<int>(random() % static_cast<uint32_t>(row.height)))[random() % b.Stride()] ^=
                 85;
-        CPixelChanges changes = AllBetween(a, b);
+        CPixelChanges changes = ChangesBetween(a, b);
         EXPECT_EQ(changes.HeldBytes() == 0, row.dots == 0);
         EXPECT_LE(changes.HeldBytes(), static_cast<size_t>(row.dots) * (2 + 9) * 4);
         for (const bool isPacked : {false, true}) {
@@ -50,18 +45,6 @@ TEST(CPixelChanges, LeadFromEitherPictureToTheOtherPackedOrNot)
     }
 }
 
-TEST(CPixelChanges, OfARectangleCountFromItsPlaceInThePicture)
-{
-    const CPackedDib whole = RandomDib(12, 9, 1);
-    const CPackedDib part = RandomDib(4, 3, 2);
-    CPackedDib expected = whole.Duplicate();
-    for (int y = 0; y < 3; ++y)
-        std::memcpy(expected.Row(y + 5) + 7 * 4, part.Row(y), 4 * 4);
-    CPackedDib picture = whole.Duplicate();
-    CPixelChanges::Between(whole, ViewOf(part), {7, 5})->Apply(picture);
-    EXPECT_TRUE(SameBytes(picture, expected));
-}
-
 TEST(CPixelChanges, JoinedLeadOverBothSteps)
 {
     for (uint32_t seed = 1; seed <= 20; ++seed) {
@@ -73,7 +56,8 @@ TEST(CPixelChanges, JoinedLeadOverBothSteps)
         // With an odd seed the first change is taken back.
         c.Row(static_cast<int>(seed % 20))[seed * 3] ^= static_cast<uint8_t>(seed % 2);
         CPackedDib picture = a.Duplicate();
-        const CPixelChanges joined = std::move(*CPixelChanges::Joined(AllBetween(a, b), AllBetween(b, c)));
+        const CPixelChanges joined =
+            std::move(*CPixelChanges::Joined(ChangesBetween(a, b), ChangesBetween(b, c)));
         joined.Apply(picture);
         EXPECT_TRUE(SameBytes(picture, c)) << seed;
         EXPECT_LE(joined.HeldBytes(), size_t{24});
@@ -84,14 +68,15 @@ TEST(CPixelChanges, AreRefusedWhenMemoryRunsOutOrTheyGrowTooLarge)
 {
     const CPackedDib a = RandomDib(40, 20, 1);
     const CPackedDib b = RandomDib(40, 20, 2);
-    for (int64_t after = 0; after < 2; ++after) {
-        const CAllocationFailure failure(after);
-        EXPECT_FALSE(CPixelChanges::Between(a, ViewOf(b), {})) << after;
-    }
-    CPixelChangesBuilder builder(100);
     const auto words = [](const CPackedDib& dib) {
         return reinterpret_cast<const uint32_t*>(dib.Bits().data());
     };
+    for (int64_t after = 0; after < 2; ++after) {
+        const CAllocationFailure failure(after);
+        CPixelChangesBuilder builder;
+        EXPECT_FALSE(builder.Compare(0, words(a), words(b), 800) && builder.Finish()) << after;
+    }
+    CPixelChangesBuilder builder(100);
     EXPECT_TRUE(builder.Compare(0, words(a), words(b), 20));
     EXPECT_FALSE(builder.Compare(20, words(a) + 20, words(b) + 20, 20));
 }

@@ -149,13 +149,14 @@ private:
             CPackedDib& dib = object->image->AnnouncedDib();
             for (int dots = Below(4); dots > 0 && dib.Width() * dib.Height() > 0; --dots) {
                 const int y = Below(dib.Height());
-                object->image->AnnounceChange(y, y + 1);
-                dib.Row(y)[Below(dib.Width() * 4)] = static_cast<uint8_t>(Below(256));
+                const int byte = Below(dib.Width() * 4);
+                object->image->AnnounceChange({byte / 4, y, byte / 4 + 1, y + 1});
+                dib.Row(y)[byte] = static_cast<uint8_t>(Below(256));
             }
             if (Below(2) == 0)
                 command->AddPicture(object->image, std::move(old));
             else
-                command->AddPicture(object->image, *CPixelChanges::Between(dib, ViewOf(old), {}));
+                command->AddPicture(object->image, ChangesBetween(dib, old));
         }
         if (!command->IsEmpty())
             m_test.doc.Record(std::move(command));

@@ -71,6 +71,14 @@ testing::AssertionResult SameBytes(const CPackedDib& a, const CPackedDib& b)
     return failure;
 }
 
+CPixelChanges ChangesBetween(const CPackedDib& a, const CPackedDib& b)
+{
+    CPixelChangesBuilder builder;
+    EXPECT_TRUE(builder.Compare(0, reinterpret_cast<const uint32_t*>(a.Bits().data()),
+                                reinterpret_cast<const uint32_t*>(b.Bits().data()), a.Bits().size() / 4));
+    return *builder.Finish();
+}
+
 Ref<CPicObject> ObjectAt(CPackedDib dib, int x, int y, const std::string& name)
 {
     auto object = MakeShared<CPicObject>(MakeShared<CRasterImage>(std::move(dib), name));

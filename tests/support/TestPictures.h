@@ -26,6 +26,9 @@ uint32_t PixelOf(const CPackedDib& dib, int x, int y);
 /// Same size, depth and bytes; a failure names the first pixels that differ.
 testing::AssertionResult SameBytes(const CPackedDib& a, const CPackedDib& b);
 
+/// What leads from a picture to another of its size; both of 32 bits.
+CPixelChanges ChangesBetween(const CPackedDib& a, const CPackedDib& b);
+
 /// A visible object, named, at (x, y).
 Ref<CPicObject> ObjectAt(CPackedDib dib, int x, int y, const std::string& name = "object");
 

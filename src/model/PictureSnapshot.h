@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/dib/PackedDib.h"
+#include "platform/memory/SharedObj.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <vector>
+
+class CRasterImage;
+
+/// A picture as it was when this was made. It costs nothing as long as the picture stays like that: tiles are
+/// copied just before they change, once for all snapshots that have not got them.
+class CPictureSnapshot {
+public:
+    static constexpr int kTileWidth = 64;
+    static constexpr int kTileHeight = 16;
+
+    /// mostAtOnce: bytes; a change that would have more copied makes the snapshot worthless instead.
+    explicit CPictureSnapshot(Ref<CRasterImage> image, size_t mostAtOnce = SIZE_MAX);
+    ~CPictureSnapshot();
+    CPictureSnapshot(const CPictureSnapshot&) = delete;
+    CPictureSnapshot& operator=(const CPictureSnapshot&) = delete;
+
+    [[nodiscard]] const Ref<CRasterImage>& Image() const { return m_image; }
+    [[nodiscard]] Size PictureSize() const { return m_size; }
+    /// False once a tile has changed that was not copied: memory ran out, or there was too much at once.
+    [[nodiscard]] bool IsIntact() const { return m_isIntact; }
+    /// Whether tiles have been copied.
+    [[nodiscard]] bool HasTiles() const { return m_hasTiles; }
+    /// Rows above `y` will not be asked for again.
+    void ForgetAbove(int y) { m_first = y; }
+
+    /// The pixels of row y, from the top, as they were; they stay until the next call or change.
+    [[nodiscard]] const uint32_t* Row(int y);
+    /// Calls visit(x, pixels) from left to right for the stretches of row y that have been copied.
+    void ForEachCopied(int y, const std::function<void(int x, std::span<const uint32_t> pixels)>& visit);
+
+    /// A rectangle of a picture is about to change: gives its tiles to the snapshots that need them.
+    static void CopyTiles(std::span<CPictureSnapshot* const> snapshots, const ConstBitmapView& picture,
+                          const Rect& rect);
+
+private:
+    class CTile;
+
+    [[nodiscard]] size_t Index(int column, int row) const
+    {
+        return static_cast<size_t>(row) * static_cast<size_t>(m_columns) + static_cast<size_t>(column);
+    }
+    /// The tiles that a rectangle touches, counted in tiles.
+    [[nodiscard]] Rect Touched(const Rect& rect) const;
+    [[nodiscard]] bool IsTooMuch(const Rect& tiles) const;
+    [[nodiscard]] bool Lacks(int column, int row) const;
+
+    Ref<CRasterImage> m_image;
+    Size m_size;
+    size_t m_mostAtOnce;
+    int m_columns;
+    int m_first = 0;
+    bool m_isIntact = true;
+    bool m_hasTiles = false;
+    std::vector<Ref<CTile>> m_tiles; ///< none: as in the picture
+    std::vector<uint32_t> m_row;
+};
