@@ -128,10 +128,10 @@ void BenchAfterFilter(benchmark::State& state)
             }
             open.Invert();
             const Size size = open.document.Canvas().Size();
-            MouseInput input{open.view.Geometry().ToClient({0, 0}), MouseButton::Left};
+            MouseInput input{open.view.Geometry().ToClient(Point{0, 0}), MouseButton::Left};
             open.view.SetMode(tool);
             measure([&] { open.view.Press(input); });
-            input.client = open.view.Geometry().ToClient({size.width - 1, size.height - 1});
+            input.client = open.view.Geometry().ToClient(Point{size.width - 1, size.height - 1});
             measure([&] { open.view.Move(input); });
             measure([&] { open.view.Release(input); });
         }
