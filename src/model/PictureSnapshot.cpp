@@ -21,31 +21,29 @@ int DivideUp(int value, int divisor)
 
 } // namespace
 
-/// The pixels of a tile; what lies outside the picture is undefined.
-class CPictureSnapshot::CTile final : public CSharedObj {
+/// Tiles that were copied together, so that memory is asked for once.
+class CPictureSnapshot::CTiles final : public CSharedObj {
 public:
-    /// None when memory runs out.
-    static Ref<CTile> Copy(const ConstBitmapView& picture, Point corner)
+    explicit CTiles(size_t count)
+        : m_block(CHeapBlock::Allocate(count * kTileBytes, 0, BlockContent::Undefined))
     {
-        Ref<CTile> tile(new (std::nothrow) CTile);
-        if (!tile || tile->m_block.IsEmpty())
-            return nullptr;
+    }
+    [[nodiscard]] bool HasMemory() const { return !m_block.IsEmpty(); }
+    /// Copies the tile at a corner, which must be inside; what lies outside the picture stays undefined.
+    const uint32_t* Copy(const ConstBitmapView& picture, Point corner)
+    {
+        uint8_t* const tile = m_block.Data() + kTileBytes * m_used++;
         const int rows = std::min(kTileHeight, picture.height - corner.y);
         const auto bytes = static_cast<size_t>(std::min(kTileWidth, picture.width - corner.x)) * kPixelBytes;
         for (int y = 0; y < rows; ++y)
-            std::memcpy(tile->m_block.Data() + static_cast<size_t>(y) * kTileRowBytes,
+            std::memcpy(tile + static_cast<size_t>(y) * kTileRowBytes,
                         picture.Row(corner.y + y) + static_cast<size_t>(corner.x) * kPixelBytes, bytes);
-        return tile;
-    }
-    [[nodiscard]] const uint32_t* Row(int y) const
-    {
-        return reinterpret_cast<const uint32_t*>(m_block.Data() + static_cast<size_t>(y) * kTileRowBytes);
+        return reinterpret_cast<const uint32_t*>(tile);
     }
 
 private:
-    CTile() = default;
-
-    CHeapBlock m_block = CHeapBlock::Allocate(kTileBytes, 0, BlockContent::Undefined);
+    CHeapBlock m_block;
+    size_t m_used = 0;
 };
 
 CPictureSnapshot::CPictureSnapshot(Ref<CRasterImage> image, size_t mostAtOnce)
@@ -76,14 +74,14 @@ bool CPictureSnapshot::IsTooMuch(const Rect& tiles) const
     size_t missing = 0;
     for (int row = tiles.top; row < tiles.bottom; ++row)
         for (int column = tiles.left; column < tiles.right; ++column)
-            missing += m_tiles[Index(column, row)] ? 0 : 1;
+            missing += m_tiles[Index(column, row)].pixels == nullptr ? 1 : 0;
     return missing > m_mostAtOnce / kTileBytes;
 }
 
 bool CPictureSnapshot::Lacks(int column, int row) const
 {
     return m_isIntact && column < m_columns && row >= m_first / kTileHeight &&
-           Index(column, row) < m_tiles.size() && !m_tiles[Index(column, row)];
+           Index(column, row) < m_tiles.size() && m_tiles[Index(column, row)].pixels == nullptr;
 }
 
 void CPictureSnapshot::CopyTiles(std::span<CPictureSnapshot* const> snapshots, const ConstBitmapView& picture,
@@ -97,20 +95,33 @@ void CPictureSnapshot::CopyTiles(std::span<CPictureSnapshot* const> snapshots, c
         else
             all = all.United(tiles);
     }
-    for (int row = all.top; row < all.bottom; ++row) {
-        for (int column = all.left; column < all.right; ++column) {
-            // Who lacks a tile has seen no change of it, so one copy is right for all of them.
-            Ref<CTile> copy;
-            for (CPictureSnapshot* snapshot : snapshots) {
-                if (!snapshot->Lacks(column, row))
-                    continue;
-                if (!copy)
-                    copy = CTile::Copy(picture, {column * kTileWidth, row * kTileHeight});
-                snapshot->m_tiles[snapshot->Index(column, row)] = copy;
-                (copy ? snapshot->m_hasTiles : snapshot->m_isIntact) = static_cast<bool>(copy);
+    const auto forEachLacking = [&](auto visit) {
+        for (int row = all.top; row < all.bottom; ++row) {
+            for (int column = all.left; column < all.right; ++column) {
+                const auto lacks = [&](const CPictureSnapshot* each) { return each->Lacks(column, row); };
+                if (std::ranges::any_of(snapshots, lacks))
+                    visit(column, row, lacks);
             }
         }
-    }
+    };
+    size_t count = 0;
+    forEachLacking([&](int, int, const auto&) { ++count; });
+    if (count == 0)
+        return;
+    const Ref<CTiles> copies(new (std::nothrow) CTiles(count));
+    const bool hasMemory = copies && copies->HasMemory();
+    forEachLacking([&](int column, int row, const auto& lacks) {
+        // Who lacks a tile has seen no change of it, so one copy is right for all of them.
+        const uint32_t* const copy =
+            hasMemory ? copies->Copy(picture, {column * kTileWidth, row * kTileHeight}) : nullptr;
+        for (CPictureSnapshot* snapshot : snapshots) {
+            if (!lacks(snapshot))
+                continue;
+            snapshot->m_isIntact = hasMemory;
+            snapshot->m_hasTiles = snapshot->m_hasTiles || hasMemory;
+            snapshot->m_tiles[snapshot->Index(column, row)] = {hasMemory ? copies : nullptr, copy};
+        }
+    });
 }
 
 void CPictureSnapshot::ForEachCopied(
@@ -124,16 +135,17 @@ void CPictureSnapshot::ForEachCopied(
                   std::span(m_row).subspan(static_cast<size_t>(begin), static_cast<size_t>(end - begin)));
     };
     for (int column = 0; column < m_columns; ++column) {
-        const Ref<CTile>& tile = m_tiles[Index(column, y / kTileHeight)];
+        const uint32_t* const tile = m_tiles[Index(column, y / kTileHeight)].pixels;
         const int x = column * kTileWidth;
-        if (!tile)
+        if (tile == nullptr)
             continue;
         if (x != end) {
             hand();
             begin = x;
         }
         end = std::min(x + kTileWidth, m_size.width);
-        std::memcpy(m_row.data() + x, tile->Row(y % kTileHeight), static_cast<size_t>(end - x) * kPixelBytes);
+        std::memcpy(m_row.data() + x, tile + ptrdiff_t{y % kTileHeight} * kTileWidth,
+                    static_cast<size_t>(end - x) * kPixelBytes);
     }
     hand();
 }

@@ -44,7 +44,11 @@ public:
                           const Rect& rect);
 
 private:
-    class CTile;
+    class CTiles;
+    struct Tile {
+        Ref<CTiles> owner;
+        const uint32_t* pixels = nullptr; ///< none: as in the picture
+    };
 
     [[nodiscard]] size_t Index(int column, int row) const
     {
@@ -62,6 +66,6 @@ private:
     int m_first = 0;
     bool m_isIntact = true;
     bool m_hasTiles = false;
-    std::vector<Ref<CTile>> m_tiles; ///< none: as in the picture
+    std::vector<Tile> m_tiles;
     std::vector<uint32_t> m_row;
 };

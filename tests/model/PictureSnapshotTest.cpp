@@ -90,7 +90,7 @@ TEST(CPictureSnapshot, SaysWhenItIsWorthNothing)
     EXPECT_TRUE(patient.IsIntact() && Shows(patient, before));
     CPictureSnapshot poor(image);
     {
-        const CAllocationFailure failure(1);
+        const CAllocationFailure failure(0);
         image->AnnounceChange({0, 0, kWidth, 1});
     }
     EXPECT_FALSE(poor.IsIntact());
