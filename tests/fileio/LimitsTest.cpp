@@ -2,6 +2,7 @@
 #include "platform/Limits.h"
 
 #include "fileio/DocumentFiles.h"
+#include "fileio/FilePreview.h"
 #include "fileio/SaveAs.h"
 #include "support/TestDocument.h"
 #include "support/TestFiles.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <memory>
 #include <string_view>
 
 namespace {
@@ -147,6 +149,184 @@ TEST_F(LimitsTest, PicturesThatAreTooLargeAreRefused)
         EXPECT_TRUE(OpenIntoDocument(other.doc, path));
         EXPECT_TRUE(other.doc.Canvas().objects.IsEmpty());
     }
+}
+
+void Append(Bytes& file, std::initializer_list<uint32_t> values, size_t bytes, bool isBig)
+{
+    for (const uint32_t value : values) {
+        const Bytes coded = Coded(value, bytes, isBig);
+        file.insert(file.end(), coded.begin(), coded.end());
+    }
+}
+
+/// A grey JPG picture whose samples are all in the middle: one bit for each block of 64 in every scan.
+Bytes JpgFile(uint32_t width, uint32_t height, size_t scans, bool isProgressive)
+{
+    Bytes file{0xFF, 0xD8, 0xFF, 0xDB, 0, 67, 0};
+    file.resize(file.size() + 64, 1);
+    Append(file, {isProgressive ? 0xFFC2u : 0xFFC0u, 11}, 2, true);
+    file.push_back(8);
+    Append(file, {height, width}, 2, true);
+    file.insert(file.end(), {1, 1, 0x11, 0});
+    // A code of one bit, 0, for "no difference" and "no more coefficients".
+    for (const uint8_t table : {uint8_t{0}, uint8_t{0x10}}) {
+        file.insert(file.end(), {0xFF, 0xC4, 0, 20, table, 1});
+        file.resize(file.size() + 16);
+    }
+    const size_t blocks = size_t{(width + 7) / 8} * ((height + 7) / 8);
+    for (size_t scan = 0; scan < scans; ++scan) {
+        file.insert(file.end(),
+                    {0xFF, 0xDA, 0, 8, 1, 1, 0, 0, static_cast<uint8_t>(isProgressive ? 0 : 63), 0});
+        file.resize(file.size() + blocks * (isProgressive ? 1 : 2) / 8 + 1);
+    }
+    file.insert(file.end(), {0xFF, 0xD9});
+    return file;
+}
+
+Bytes JpgOfLength(uint32_t side, size_t bytes)
+{
+    Bytes file = JpgFile(side, side, 1, false);
+    file.resize(bytes);
+    return file;
+}
+
+void AppendPngChunk(Bytes& file, std::string_view name, Bytes content)
+{
+    Append(file, {static_cast<uint32_t>(content.size())}, 4, true);
+    content.insert(content.begin(), name.begin(), name.end());
+    file.insert(file.end(), content.begin(), content.end());
+    Append(file, {libdeflate_crc32(0, content.data(), content.size())}, 4, true);
+}
+
+Bytes Deflated(size_t zeroes)
+{
+    const Bytes plain(zeroes);
+    Bytes packed(zeroes / 500 + 1000);
+    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
+        libdeflate_alloc_compressor(6), &libdeflate_free_compressor);
+    packed.resize(
+        libdeflate_zlib_compress(compressor.get(), plain.data(), plain.size(), packed.data(), packed.size()));
+    return packed;
+}
+
+/// A picture of zeroes whose data give so many bytes when they are inflated.
+Bytes PngFile(uint32_t side, size_t inflated, size_t padding = 0, size_t text = 0)
+{
+    Bytes file{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    Bytes header;
+    Append(header, {side, side}, 4, true);
+    header.insert(header.end(), {8, 6, 0, 0, 0});
+    AppendPngChunk(file, "IHDR", header);
+    AppendPngChunk(file, "paDd", Bytes(padding));
+    Bytes words{'a', 0, 0};
+    const Bytes packed = Deflated(text);
+    words.insert(words.end(), packed.begin(), packed.end());
+    AppendPngChunk(file, "zTXt", words);
+    AppendPngChunk(file, "IDAT", Deflated(inflated));
+    AppendPngChunk(file, "IEND", {});
+    return file;
+}
+
+struct TiffShape {
+    uint32_t width, height, samples, bits;
+    uint32_t tile = 0; ///< side; 0: one strip
+};
+
+/// Four bytes of data, whatever they are said to be.
+Bytes TiffFile(const TiffShape& shape)
+{
+    std::vector<std::pair<uint32_t, uint32_t>> tags{
+        {256, shape.width}, {257, shape.height}, {258, shape.bits}, {259, 1}, {262, 1}, {277, shape.samples}};
+    if (shape.tile == 0)
+        tags.insert(tags.end(), {{273, 8}, {278, shape.height}, {279, 4}});
+    else
+        tags.insert(tags.end(), {{322, shape.tile}, {323, shape.tile}, {324, 8}, {325, 4}});
+    std::ranges::sort(tags);
+    Bytes file{'I', 'I', 42, 0, 12, 0, 0, 0, 1, 2, 3, 4};
+    Append(file, {static_cast<uint32_t>(tags.size())}, 2, false);
+    for (const auto& [tag, value] : tags) {
+        Append(file, {tag, 4}, 2, false);
+        Append(file, {1, value}, 4, false);
+    }
+    Append(file, {0}, 4, false);
+    return file;
+}
+
+/// Objects that share the pixels of one, all of which are 0.
+Bytes NativeFile(uint32_t side, uint32_t objects)
+{
+    Bytes file{'P', 'X', 'D', ' ', '2', '0', '0', '0'};
+    Append(file, {0, 0, side, side, 0, 0, objects}, 4, false);
+    for (uint32_t object = 0; object < objects; ++object) {
+        Append(file, {side, side}, 4, false);
+        file.resize(file.size() + 48);
+        Append(file, {0, 0, 1, 36 + 76 * objects, 0}, 4, false);
+    }
+    constexpr uint32_t kLongestRun = 128;
+    for (uint32_t row = 0; row < 4 * side; ++row) {
+        for (uint32_t left = side; left > 0; left -= std::min(left, kLongestRun))
+            file.insert(file.end(), {static_cast<uint8_t>(257 - std::min(left, kLongestRun)), 0});
+    }
+    return file;
+}
+
+/// On both sides of each bound where a file on the right side costs little.
+TEST_F(LimitsTest, FilesThatClaimTooMuchAreRefused)
+{
+    constexpr uint32_t kSide = 2048;
+    constexpr size_t kPixels = size_t{kSide} * kSide;
+    constexpr size_t kMostScans = kMaxJpgScannedPixels / kPixels;
+    static_assert(kMostScans > kFewestJpgScans && kMostScans < kMostJpgScans);
+    constexpr uint32_t kManyPixels = 5000;
+    static_assert(uint64_t{kManyPixels} * kManyPixels > kFreePixels);
+    const struct {
+        std::string_view name;
+        std::string_view extension;
+        Bytes file;
+        bool isRead;
+    } rows[] = {
+        {"scans of a small picture", "jpg", JpgFile(8, 8, kMostJpgScans, true), true},
+        {"more of them", "jpg", JpgFile(8, 8, kMostJpgScans + 1, true), false},
+        {"scans of a large picture", "jpg", JpgFile(kSide, kSide, kMostScans, true), true},
+        {"more of them", "jpg", JpgFile(kSide, kSide, kMostScans + 1, true), false},
+        {"pixels of a cut JPG file", "jpg", JpgOfLength(kSide, kPixels / kMaxJpgPixelsPerByte), true},
+        {"more than it can hold", "jpg", JpgOfLength(kSide, kPixels / kMaxJpgPixelsPerByte - 1), false},
+        {"data for one pixel that give many", "png", PngFile(1, 50'000'000), true},
+        {"a text that gives many bytes", "png", PngFile(1, 5, 0, 50'000'000), true},
+        {"rows that the file could hold", "png", PngFile(kManyPixels, 4 * kManyPixels + 1, 100'000), true},
+        {"rows that it cannot", "png", PngFile(kManyPixels, 4 * kManyPixels + 1), false},
+        {"a TIFF strip", "tif", TiffFile({2, 2, 1, 8}), true},
+        {"rows too long for a buffer", "tif", TiffFile({1 << 24, 1, 16, 16}), false},
+        {"tiles too large for a buffer", "tif", TiffFile({16, 16, 4, 8, 1 << 14}), false},
+        {"too many bytes of samples", "tif", TiffFile({1 << 14, 1 << 13, 9, 16}), false},
+        {"native objects that share pixels", "pxd", NativeFile(2100, 3), true},
+        {"too many of them", "pxd", NativeFile(2100, 4), false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.name) + ' ' + std::string(row.extension));
+        const fs::path path = folder.File(std::string("a.").append(row.extension));
+        WriteContents(path, row.file);
+        if (!row.isRead) {
+            ExpectRefused(path);
+            continue;
+        }
+        TestDocument other;
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_TRUE(OpenIntoDocument(other.doc, path));
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 10s);
+    }
+}
+
+TEST(CPreviewCollector, TakesPicturesUntilTheyAreTooManyPixels)
+{
+    constexpr int kSide = 4096;
+    const CPackedDib picture = UniformDib(kSide, kSide, 0xFF336699);
+    FilePreview preview;
+    CPreviewCollector collector(preview, {8, 8}, {});
+    int64_t pixels = 0;
+    while (collector.Take(picture))
+        pixels += int64_t{kSide} * kSide;
+    EXPECT_EQ(pixels + int64_t{kSide} * kSide, kMostPreviewPixels);
 }
 
 TEST_F(LimitsTest, FilesThatAreTooLongAreNotRead)

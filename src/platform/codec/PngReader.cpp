@@ -80,7 +80,10 @@ public:
             return std::nullopt;
         const png_uint_32 width = png_get_image_width(m_png, m_info);
         const png_uint_32 height = png_get_image_height(m_png, m_info);
-        if (int64_t{width} * height > kMaxPicturePixels)
+        const uint64_t pixels = uint64_t{width} * height;
+        const uint64_t inflated = uint64_t{png_get_rowbytes(m_png, m_info)} * height;
+        if (pixels > uint64_t{kMaxPicturePixels} ||
+            (pixels > kFreePixels && inflated / kMaxInflation > m_source.Size()))
             return std::nullopt;
         return Size{static_cast<int>(width), static_cast<int>(height)};
     }
