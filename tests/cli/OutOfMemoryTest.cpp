@@ -186,11 +186,20 @@ constexpr Row kRows[] = {
 
 } // namespace
 
+/// Of the figure that the report tells of a row.
+std::string PropertyName(const Row& row)
+{
+    const std::string before = row.before;
+    return before.empty() ? row.statement : before.substr(0, before.find('\n')) + ", " + row.statement;
+}
+
 /// Whichever block cannot be had, nothing is lost: what the statement did in spite of it can be undone.
 TEST(OutOfMemory, LosesNothing)
 {
     constexpr int kFailures = 25;
+    int all = 0;
     for (const Row& row : kRows) {
+        int refused = 0;
         const std::string before = std::string(kDocument) + row.before;
         CScripted plenty;
         ASSERT_TRUE(plenty.Run(before)) << row.before;
@@ -204,6 +213,7 @@ TEST(OutOfMemory, LosesNothing)
             {
                 const CAllocationFailure failure(after);
                 const bool isRefused = !scarce.Run(row.statement);
+                refused += isRefused;
                 const std::string said = scarce.TakeOutput();
                 EXPECT_EQ(said.find("message: Out of Memory!\n") != std::string::npos, isRefused) << said;
             }
@@ -212,7 +222,10 @@ TEST(OutOfMemory, LosesNothing)
             const bool isBack = scarce.Objects() == untouched;
             EXPECT_TRUE(isBack) << (isRecorded ? "after undo" : "nothing recorded");
         }
+        RecordProperty(PropertyName(row), refused);
+        all += refused;
     }
+    RecordProperty("refused", all);
 }
 
 /// What the statement leaves when nothing is lacking. One reserve counts, so no session is left open.
@@ -227,7 +240,9 @@ std::string ObjectsAfter(const std::string& before, const std::string& statement
 /// not: what is held back is enough for all that is not pixels.
 TEST(OutOfMemory, OfTheLibraryIsNotSeen)
 {
+    int all = 0;
     for (const Row& row : kRows) {
+        int survived = 0;
         const std::string before = std::string(kDocument) + row.before;
         const std::string done = ObjectsAfter(before, row.statement);
         bool wasFull = true;
@@ -243,6 +258,10 @@ TEST(OutOfMemory, OfTheLibraryIsNotSeen)
             }
             EXPECT_TRUE(isDone);
             EXPECT_TRUE(scarce.Objects() == done);
+            survived += wasFull;
         }
+        RecordProperty(PropertyName(row), survived);
+        all += survived;
     }
+    RecordProperty("survived", all);
 }
