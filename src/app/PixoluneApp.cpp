@@ -35,8 +35,13 @@ CPixoluneDoc* CPixoluneApp::NewDocument()
     auto document = std::make_unique<CPixoluneDoc>(m_services);
     if (!InitializeNewDocument(*document))
         return nullptr;
-    document->SetNewTitle(std::string(kNewTitle) + std::to_string(++m_newTitles));
+    document->SetNewTitle(NextNewTitle());
     return Add(std::move(document));
+}
+
+std::string CPixoluneApp::NextNewTitle()
+{
+    return std::string(kNewTitle) + std::to_string(++m_newTitles);
 }
 
 CPixoluneDoc* CPixoluneApp::OpenDocument(const std::filesystem::path& path)
@@ -57,9 +62,13 @@ CPixoluneDoc* CPixoluneApp::Add(std::unique_ptr<CPixoluneDoc> document)
 
 CPixoluneDoc* CPixoluneApp::TakeRecovered(RecoveredDocument recovered, const std::filesystem::path& path)
 {
+    const std::string title = recovered.document->Title();
+    m_newTitles = std::max(m_newTitles, NumberIn(title));
+    const auto hasTitle = [&](const auto& document) { return document->Title() == title; };
+    if (NumberIn(title) > 0 && std::ranges::any_of(m_documents, hasTitle))
+        recovered.document->SetNewTitle(NextNewTitle());
     if (m_journal)
         m_journal->GoOn(recovered, path);
-    m_newTitles = std::max(m_newTitles, NumberIn(recovered.document->Title()));
     m_documents.push_back(std::move(recovered.document));
     return m_documents.back().get();
 }

@@ -57,6 +57,7 @@ public:
     bool WorkWhileIdle(std::chrono::microseconds budget);
 
 private:
+    [[nodiscard]] std::string NextNewTitle();
     CPixoluneDoc* Add(std::unique_ptr<CPixoluneDoc> document);
 
     CMemoryReserve m_reserve;

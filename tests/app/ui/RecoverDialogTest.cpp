@@ -86,6 +86,15 @@ TEST_F(CRecoverTest, LaterAsksAgainAndRecoverBringsDocumentAndListsBack)
     EXPECT_EQ(JournalsLeft(), 0);
 }
 
+TEST_F(CRecoverTest, NoTwoDocumentsHaveOneName)
+{
+    for (int documents = 0; documents < 2; ++documents)
+        m_window.Show(*m_app.NewDocument());
+    ASSERT_TRUE(Offer(Str::Recover));
+    ASSERT_EQ(m_app.Documents().size(), 3u);
+    EXPECT_EQ(m_app.Documents().back()->Title(), "Untitled 3") << "was the second one of another run";
+}
+
 TEST_F(CRecoverTest, DiscardRemovesTheJournals)
 {
     ASSERT_TRUE(Offer(Str::Discard));
