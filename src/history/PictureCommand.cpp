@@ -21,14 +21,21 @@ Rect CPictureCommand::Covered() const
 void CPictureCommand::Exchange()
 {
     const Rect before = Covered();
+    std::optional<CChangedTiles> touched;
     for (CSavedPicture& picture : m_pictures)
-        picture.Exchange();
+        touched = picture.Exchange();
     for (Position& position : m_positions) {
         std::swap(position.object->x, position.saved.x);
         std::swap(position.object->y, position.saved.y);
     }
     Document()->NotifyObjectsChanged();
-    Document()->NotifyFrameChanged(before.United(Covered()));
+    const Rect after = Covered();
+    if (m_pictures.size() != 1 || !touched || after != before || after.IsEmpty()) {
+        Document()->NotifyFrameChanged(before.United(after));
+        return;
+    }
+    for (const Rect& rect : touched->Rectangles())
+        Document()->NotifyFrameChanged(rect.Moved(after.left, after.top));
 }
 
 void CPictureCommand::VisitParts(ICommandParts& parts) const

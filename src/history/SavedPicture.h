@@ -4,6 +4,7 @@
 #include "model/PixoluneDoc.h"
 
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 /// The picture that an image record does not show at the moment. Every pixel command keeps its pictures in
@@ -24,8 +25,14 @@ public:
     {
     }
 
-    /// Swaps the kept picture with the one shown. The record's size and depth follow.
-    void Exchange() { m_version = m_image->Show(m_version); }
+    /// Swaps the kept picture with the one shown. The record's size and depth follow. Returns where the two
+    /// differ; none when all of the picture may.
+    std::optional<CChangedTiles> Exchange()
+    {
+        std::optional<CChangedTiles> touched;
+        m_version = m_image->Show(m_version, &touched);
+        return touched;
+    }
 
     [[nodiscard]] const Ref<CRasterImage>& Image() const { return m_image; }
     [[nodiscard]] const Ref<CPictureVersion>& Version() const { return m_version; }

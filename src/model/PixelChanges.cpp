@@ -104,12 +104,14 @@ std::optional<CPixelChanges> CPixelChanges::Joined(const CPixelChanges& first, c
     return builder.Finish();
 }
 
-void CPixelChanges::Apply(CPackedDib& picture) const
+void CPixelChanges::Apply(CPackedDib& picture, CChangedTiles* touched) const
 {
     auto* const pixels = reinterpret_cast<uint32_t*>(picture.Bits().data());
     CWords words(*this);
     std::array<uint32_t, kRunHeader> run;
     while (words.NextRun(run)) {
+        if (touched != nullptr)
+            touched->Add(run[0], run[1]);
         words.ReadRun(run, [&](size_t at, std::span<const uint32_t> piece) {
             assert((at + piece.size()) * kWordBytes <= picture.Bits().size());
             for (size_t i = 0; i < piece.size(); ++i)

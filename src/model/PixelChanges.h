@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/ChangedTiles.h"
 #include "platform/codec/Zstd.h"
 #include "platform/dib/PackedDib.h"
 
@@ -18,8 +19,9 @@ public:
     [[nodiscard]] static std::optional<CPixelChanges> Joined(const CPixelChanges& first,
                                                              const CPixelChanges& second);
 
-    /// Turns either of the two pictures into the other. Needs no memory.
-    void Apply(CPackedDib& picture) const;
+    /// Turns either of the two pictures into the other. Needs no memory. touched: gets what changes, unless
+    /// there is none.
+    void Apply(CPackedDib& picture, CChangedTiles* touched = nullptr) const;
     /// Calls visit(firstWord, words) for each run in ascending order.
     void ForEachRun(const std::function<void(size_t first, size_t words)>& visit) const;
 

@@ -67,7 +67,8 @@ Ref<CPictureVersion> CRasterImage::Keep(CPixelChanges changes)
     return version;
 }
 
-Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version)
+Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version,
+                                        std::optional<CChangedTiles>* touched)
 {
     using Form = CPictureVersion::Form;
     Ref<CPictureVersion> old = Version();
@@ -77,6 +78,9 @@ Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version)
     Ref<CPictureVersion> shown = way.back();
     way.pop_back();
     CPackedDib& pixels = MutableDib();
+    CChangedTiles* tiles = nullptr;
+    if (touched != nullptr && shown == old && BitCount() == 32)
+        tiles = &touched->emplace(pixels.Size());
     old->m_text = pixels.WrittenText();
     if (shown != old) {
         assert(shown->m_form == Form::Whole);
@@ -91,7 +95,7 @@ Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version)
     for (; !way.empty(); way.pop_back()) {
         // The changes take the pixels from one to the other, and belong to the other from then on.
         const Ref<CPictureVersion> next = way.back();
-        next->m_changes.Apply(pixels);
+        next->m_changes.Apply(pixels, tiles);
         shown->m_changes = std::exchange(next->m_changes, {});
         shown->m_form = Form::Changed;
         shown->m_isTidy = next->m_isTidy;

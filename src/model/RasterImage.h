@@ -7,6 +7,7 @@
 #include "platform/memory/SharedObj.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -91,8 +92,10 @@ public:
     /// The same with the changes between what is shown and what has been shown until now.
     [[nodiscard]] Ref<CPictureVersion> Keep(CPixelChanges changes);
     /// Shows another version and returns the one shown until now. A whole picture changes hands, which takes
-    /// no time; otherwise the cost is that of the changes.
-    [[nodiscard]] Ref<CPictureVersion> Show(const Ref<CPictureVersion>& version);
+    /// no time; otherwise the cost is that of the changes. touched: gets where the two differ; none when all
+    /// of the picture may.
+    [[nodiscard]] Ref<CPictureVersion> Show(const Ref<CPictureVersion>& version,
+                                            std::optional<CChangedTiles>* touched = nullptr);
 
     /// The 32-bit value (alpha in the high byte) of pixel (x, y), y from the top; 0 outside the picture.
     [[nodiscard]] uint32_t PixelAt(int x, int y) const;

@@ -237,6 +237,45 @@ TEST_F(StrokeToolTest, UnfinishedStrokesShowAsTheyWillBecome)
     EXPECT_TRUE(SameBytes(during, after));
 }
 
+/// Notes which rectangles of the frame changed.
+struct ChangedFrame final : IDocumentObserver {
+    void OnFrameChanged(const Rect& rect) override { rects.push_back(rect); }
+    std::vector<Rect> rects;
+};
+
+TEST_F(StrokeToolTest, UndoAndRedoTellOfNoMoreThanWhatTheStrokeTouched)
+{
+    test.doc.Canvas().width = test.doc.Canvas().height = 1000;
+    const Ref<CPicObject> object = test.Add(RandomDib(900, 700, 6), 33, 21, true);
+    view.OnCanvasSizeChanged();
+    for (const int allowed : {1, 0}) {
+        test.settings.Set(Setting::AllowPaintTransparence, allowed);
+        view.SetMode(ToolMode::Pencil);
+        Stroke({{40, 30}, {880, 690}});
+        for (const auto move : {&CPixoluneDoc::Undo, &CPixoluneDoc::Redo}) {
+            const CPackedDib before = object->image->Dib().Duplicate();
+            ChangedFrame told;
+            test.doc.AddObserver(&told);
+            EXPECT_TRUE((test.doc.*move)());
+            test.doc.RemoveObserver(&told);
+            int64_t area = 0;
+            for (const Rect& rect : told.rects)
+                area += int64_t{rect.Width()} * rect.Height();
+            EXPECT_LT(area, 900 * 700 / 4);
+            int missed = 0;
+            for (int y = 0; y < 700; ++y) {
+                for (int x = 0; x < 900; ++x) {
+                    const Point place{33 + x, 21 + y};
+                    const bool isTold = std::ranges::any_of(
+                        told.rects, [place](const Rect& rect) { return rect.Contains(place); });
+                    missed += PixelOf(before, x, y) != object->image->PixelAt(x, y) && !isTold;
+                }
+            }
+            EXPECT_EQ(missed, 0);
+        }
+    }
+}
+
 TEST_F(StrokeToolTest, ShiftTurnsABeelineToMultiplesOf15Degrees)
 {
     for (const auto& [mode, setting] : {std::pair(ToolMode::Pencil, Setting::PaintBeeline),
