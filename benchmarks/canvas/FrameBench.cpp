@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "canvas/FrameCache.h"
+#include "canvas/ProgressiveFrame.h"
+#include "canvas/ViewGeometry.h"
 #include "canvas/ViewPainting.h"
 #include "support/Cases.h"
 #include "support/ObjectStacks.h"
@@ -14,13 +15,23 @@ constexpr Size kView{1920, 1080};
 /// A document of fifty objects and a window on its middle.
 struct Scene {
     CObjectCanvas canvas = MakeStack(Stack::Photos);
-    CFrameCache cache;
+    CProgressiveFrame frames;
     CPackedDib screen = CPackedDib::Create(kView.width, kView.height, 32);
     Point scroll{900, 700};
     int zoom = 1;
     int frame = 0;
 
-    void Paint() { cache.Paint(ViewOf(screen), scroll, Rect::At(scroll, kView), canvas, zoom, {}); }
+    void Paint()
+    {
+        const FrameScene scene{&canvas,
+                               {},
+                               DisplayLayers(canvas),
+                               ViewGeometry{canvas.Size(), zoom, {}, {}}.ScaledSize(),
+                               Rect::At(scroll, kView),
+                               zoom};
+        frames.Begin(scene, scene.window, FrameRule::Exact);
+        frames.Paint(ViewOf(screen), scroll, scene);
+    }
 };
 
 const std::shared_ptr<Scene>& TheScene()
@@ -38,7 +49,7 @@ struct Gesture {
 void MoveObject(Scene& scene, size_t index)
 {
     scene.canvas.objects.At(index)->x += scene.frame % 40 < 20 ? 3 : -3;
-    scene.cache.Drop(Rect::At(scene.scroll, kView));
+    scene.frames.Drop(Rect::At(scene.scroll, kView));
 }
 
 constexpr Gesture kGestures[] = {
@@ -49,7 +60,7 @@ constexpr Gesture kGestures[] = {
     {"stroke",
      [](Scene& scene) {
          (void)scene.canvas.objects.At(kStackObjects / 2)->image->MutableDib();
-         scene.cache.Drop(Rect::At({1500 + scene.frame % 40 * 5, 1000}, {40, 40}));
+         scene.frames.Drop(Rect::At({1500 + scene.frame % 40 * 5, 1000}, {40, 40}));
      }},
     {"zoom", [](Scene& scene) { scene.zoom = scene.frame % 2 == 0 ? 1 : -2; }},
 };
@@ -62,7 +73,7 @@ void AddGesture(const Gesture& gesture)
             AddCase({operation, StackName(Stack::Photos), who, threads, 0}, [&gesture, paint] {
                 const std::shared_ptr<Scene>& scene = TheScene();
                 scene->zoom = 1;
-                scene->cache.DropAll();
+                scene->frames.DropAll();
                 for (int warmUp = 0; warmUp < 3; ++warmUp) {
                     gesture.step(*scene);
                     scene->Paint();

@@ -50,6 +50,23 @@ void CBenchWindow::Settle()
     QCoreApplication::processEvents();
 }
 
+void CBenchWindow::Paint()
+{
+    // Paints are posted; slices of frames come from timers and are not waited for.
+    QCoreApplication::sendPostedEvents();
+}
+
+void CBenchWindow::AwaitExact()
+{
+    QTimer patience;
+    patience.setSingleShot(true);
+    patience.start(kPatienceMs);
+    Settle();
+    while (!View().IsFrameExact() && patience.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QCoreApplication::sendPostedEvents();
+}
+
 void CBenchWindow::CloseAll()
 {
     while (CChildFrame* frame = m_window.ActiveFrame()) {
@@ -101,14 +118,14 @@ void CBenchWindow::Reset()
 void CBenchWindow::Run(CommandId id)
 {
     m_window.Action(id)->trigger();
-    Settle();
+    Paint();
 }
 
 void CBenchWindow::Mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons buttons)
 {
     QMouseEvent event(type, place, Canvas().mapToGlobal(place), button, buttons, Qt::NoModifier);
     QCoreApplication::sendEvent(&Canvas(), &event);
-    Settle();
+    Paint();
 }
 
 void CBenchWindow::Press(QPoint place, Qt::MouseButton button)

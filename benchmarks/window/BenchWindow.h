@@ -35,10 +35,14 @@ public:
     void Press(QPoint place, Qt::MouseButton button);
     void Drag(QPoint place, Qt::MouseButton button);
     void Release(QPoint place, Qt::MouseButton button);
+    /// Paints what is pending.
+    static void Paint();
     /// Waits until the canvas has been painted again.
     void AwaitPaint();
     /// Handles what is pending, paints included.
     static void Settle();
+    /// Handles what is pending until the canvas shows the document as it is.
+    void AwaitExact();
 
 private:
     void FitCanvas();

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QSlider>
 
+#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -67,6 +68,7 @@ struct WindowCase {
     const char* operation;
     int times;
     std::function<Step(CBenchWindow& window)> prepare; ///< with the document shown
+    bool isGesture = false; ///< the steps follow one another, and only after the last one the window rests
 };
 
 /// A step that nothing has to be prepared for.
@@ -93,14 +95,16 @@ const WindowCase kCases[] = {
     {"pan-step", 40,
      [](CBenchWindow& w) {
          return DragSteps(w, Middle(w), Qt::MiddleButton, {12, 7});
-     }},
+     },
+     true},
     {"zoom-in-step", 20, Plainly(Alternately(CommandId::ViewZoomIn, CommandId::ViewZoomOut))},
     {"zoom-out-step", 20, Plainly(Alternately(CommandId::ViewZoomOut, CommandId::ViewZoomIn))},
     {"stroke-step", 40,
      [](CBenchWindow& window) {
          window.View().SetMode(ToolMode::Pencil);
          return DragSteps(window, Middle(window), Qt::LeftButton, {9, 4});
-     }},
+     },
+     true},
     {"undo-redo-stroke", 10,
      [](CBenchWindow& window) {
          Stroke(window, {300, 300});
@@ -110,13 +114,41 @@ const WindowCase kCases[] = {
     {"negative", 10, Plainly(Alternately(CommandId::TransformNegative, CommandId::EditUndo))},
 };
 
-const WindowCase kMoveTop{"move-top-step", 40, [](CBenchWindow& window) {
-                              return MoveObject(window, window.Document().Canvas().objects.Count() - 1);
-                          }};
-const WindowCase kMoveMiddle{"move-middle-step", 40,
-                             [](CBenchWindow& window) { return MoveObject(window, kStackObjects / 2); }};
+const WindowCase kMoveTop{
+    "move-top-step", 40,
+    [](CBenchWindow& window) { return MoveObject(window, window.Document().Canvas().objects.Count() - 1); },
+    true};
+const WindowCase kMoveMiddle{
+    "move-middle-step", 40, [](CBenchWindow& window) { return MoveObject(window, kStackObjects / 2); }, true};
 const WindowCase kMoveBottom{"move-bottom-step", 40,
-                             [](CBenchWindow& window) { return MoveObject(window, 0); }};
+                             [](CBenchWindow& window) { return MoveObject(window, 0); }, true};
+
+/// Times the steps until each is shown and, as a counter, until the frame is exact if nothing else happens.
+void Time(benchmark::State& state, CBenchWindow& window, const WindowCase& windowCase)
+{
+    using Clock = std::chrono::steady_clock;
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    const Step step = windowCase.prepare(window);
+    step(window); // pages and caches as they are in use
+    window.AwaitExact();
+    Milliseconds untilExact{};
+    int rests = 0;
+    int left = windowCase.times;
+    for ([[maybe_unused]] auto iteration : state) {
+        const Clock::time_point begin = Clock::now();
+        step(window);
+        state.PauseTiming();
+        if (--left > 0 && windowCase.isGesture) {
+            CBenchWindow::Settle(); // what the program does between two events
+        } else {
+            window.AwaitExact();
+            untilExact += Clock::now() - begin;
+            ++rests;
+        }
+        state.ResumeTiming();
+    }
+    state.counters["ExactMs"] = untilExact.count() / rests;
+}
 
 void AddCase(CStage& stage, const WindowCase& windowCase, const std::string& size,
              const std::function<void()>& show)
@@ -125,12 +157,8 @@ void AddCase(CStage& stage, const WindowCase& windowCase, const std::string& siz
                   [&stage, &windowCase, show](benchmark::State& state) {
                       show();
                       stage.window.Reset();
-                      {
-                          const Step step = windowCase.prepare(stage.window);
-                          step(stage.window); // pages and caches as they are in use
-                          for ([[maybe_unused]] auto iteration : state)
-                              step(stage.window);
-                      }
+                      stage.window.AwaitExact();
+                      Time(state, stage.window, windowCase);
                       stage.window.Reset();
                   });
 }

@@ -1,20 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/FrameCache.h"
 
+#include "canvas/StretchFrame.h"
 #include "canvas/ViewPainting.h"
 #include "model/Placement.h"
 
 #include <algorithm>
 #include <cassert>
-#include <cstring>
 #include <utility>
 
 namespace {
 
-void CopyPixels(const BitmapView& to, const ConstBitmapView& from)
+double AreaOf(const Rect& rect)
 {
-    for (int y = 0; y < to.height; ++y)
-        std::memcpy(to.Row(y), from.Row(y), static_cast<size_t>(to.width) * 4);
+    return rect.IsEmpty() ? 0 : static_cast<double>(rect.Width()) * rect.Height();
 }
 
 void DrawOnBackdrop(const BitmapView& part, Point origin, std::span<const DisplayLayer> layers, int zoom)
@@ -25,15 +24,9 @@ void DrawOnBackdrop(const BitmapView& part, Point origin, std::span<const Displa
 
 } // namespace
 
-void CFrameCache::Buffer::Remove(const Rect& rect)
+void CFrameCache::Drop(const Rect& frameRect)
 {
-    if (!valid.Subtract(CRegion(rect)))
-        valid = {};
-}
-
-void CFrameCache::Drop(const Rect& rect)
-{
-    const Rect seen = rect.Intersected(m_window);
+    const Rect seen = frameRect.Intersected(m_window);
     m_wasTold = true;
     if (!seen.IsEmpty())
         m_frame.Remove(seen.Moved(-m_window.left, -m_window.top));
@@ -42,51 +35,67 @@ void CFrameCache::Drop(const Rect& rect)
 void CFrameCache::DropAll()
 {
     m_wasTold = true;
-    m_frame.Clear();
+    m_frame.valid = {};
     m_below.Clear();
+    m_above.Clear();
 }
 
-void CFrameCache::Buffer::Shift(int dx, int dy)
+bool CFrameCache::Follow(const FrameScene& scene, bool keepsOutdated)
 {
-    if (pixels.IsEmpty() || valid.IsEmpty())
-        return;
-    const BitmapView all = ViewOf(pixels);
-    const Rect whole{0, 0, all.width, all.height};
-    const Rect kept = whole.Intersected(whole.Moved(dx, dy));
-    if (kept.IsEmpty() || !valid.Intersect(CRegion(kept)) || !valid.Translate(-dx, -dy)) {
-        Clear();
-        return;
-    }
-    const auto moveRow = [&](int y) {
-        std::memmove(all.Row(y - dy) + ptrdiff_t{kept.left - dx} * 4, all.Row(y) + ptrdiff_t{kept.left} * 4,
-                     static_cast<size_t>(kept.Width()) * 4);
-    };
-    if (dy >= 0) {
-        for (int y = kept.top; y < kept.bottom; ++y)
-            moveRow(y);
-    } else {
-        for (int y = kept.bottom - 1; y >= kept.top; --y)
-            moveRow(y);
-    }
+    // Without vector instructions compositing writes into the objects' pictures: nothing can be kept.
+    if (ProbePixelPath() != PixelPath::Weighted)
+        return false;
+    if (scene.zoom != m_zoom)
+        ChangeZoom(scene, keepsOutdated);
+    if (!Anchor(scene.window))
+        return false;
+    Compare(scene.layers);
+    return true;
 }
 
 bool CFrameCache::Anchor(const Rect& window)
 {
-    if (m_frame.pixels.IsEmpty() || window.Width() != m_window.Width() ||
-        window.Height() != m_window.Height()) {
-        m_frame = {CPackedDib::CreateForOverwrite(window.Width(), window.Height()), {}};
-        m_below = {};
-        m_window = window;
-        return !m_frame.pixels.IsEmpty();
-    }
-    if (window != m_window) {
+    if (window.Width() != m_window.Width() || window.Height() != m_window.Height()) {
+        m_frame = {};
+        ForgetMotion();
+    } else if (window != m_window) {
         const int dx = window.left - m_window.left;
         const int dy = window.top - m_window.top;
         m_frame.Shift(dx, dy);
         m_below.Shift(dx, dy);
-        m_window = window;
+        m_above.Shift(dx, dy);
     }
-    return true;
+    m_window = window;
+    return m_frame.Allocate(WindowSize());
+}
+
+void CFrameCache::ForgetMotion()
+{
+    m_below = {};
+    m_above = {};
+    m_moving = {};
+    m_isMoving = false;
+}
+
+void CFrameCache::ChangeZoom(const FrameScene& scene, bool keepsOutdated)
+{
+    const int before = std::exchange(m_zoom, scene.zoom);
+    ForgetMotion();
+    const Rect shown = m_frame.shown.Bounds();
+    const Rect wanted = scene.Visible().Moved(-scene.window.left, -scene.window.top);
+    WindowBuffer stretched;
+    if (!keepsOutdated || !HasOutdated() || wanted.IsEmpty() ||
+        !stretched.Allocate({scene.window.Width(), scene.window.Height()})) {
+        m_frame.Clear();
+        return;
+    }
+    StandIn(shown);
+    const Rect covered = StretchFrame({stretched.Part(wanted), scene.Visible().Corner(), scene.zoom},
+                                      {m_frame.Part(shown), OriginOf(shown), before});
+    if (!covered.IsEmpty())
+        stretched.shown = CRegion(covered.Moved(wanted.left, wanted.top));
+    m_frame = std::move(stretched);
+    m_window = scene.window;
 }
 
 void CFrameCache::RemoveLayer(const Shown& layer)
@@ -98,17 +107,19 @@ void CFrameCache::RemoveLayer(const Shown& layer)
         m_frame.Remove(area);
 }
 
-void CFrameCache::Follow(size_t first)
+void CFrameCache::FollowMotion(const LayerRange& moved)
 {
-    // What changes twice in a row at one place of the stack is likely to go on.
-    if (first == m_lastMoved && first != m_belowCount) {
-        m_belowCount = first;
+    // What moves twice in a row at one place of the stack is likely to go on.
+    m_isMoving = moved == m_lastMoved;
+    if (m_isMoving && moved != m_moving) {
         m_below.Clear();
+        m_above.Clear();
+        m_moving = moved;
     }
-    m_lastMoved = first;
+    m_lastMoved = moved;
 }
 
-void CFrameCache::Compare(std::span<const DisplayLayer> layers, int zoom)
+void CFrameCache::Compare(std::span<const DisplayLayer> layers)
 {
     std::vector<Shown> now;
     now.reserve(layers.size());
@@ -117,87 +128,102 @@ void CFrameCache::Compare(std::span<const DisplayLayer> layers, int zoom)
     std::swap(now, m_layers);
     const std::vector<Shown>& before = now;
     const bool wasTold = std::exchange(m_wasTold, false);
-    if (zoom != m_zoom) {
-        m_zoom = zoom;
-        m_frame.Clear();
-        m_below.Clear();
-        return;
-    }
     const size_t both = std::min(before.size(), m_layers.size());
-    size_t firstChanged = both;
-    size_t firstMoved = both;
+    LayerRange changed;
+    LayerRange moved;
     for (size_t i = 0; i < both; ++i) {
         const bool isMoved = !m_layers[i].IsPlacedLike(before[i]);
         const bool isOther = m_layers[i].contentId != before[i].contentId;
         if (isMoved)
-            firstMoved = std::min(firstMoved, i);
+            moved.Add(i);
         if (isMoved || isOther || m_layers[i].contentId == 0)
-            firstChanged = std::min(firstChanged, i);
+            changed.Add(i);
         // Who paints into a picture says where; who does not has changed all of it.
         if (isMoved || (isOther && !wasTold)) {
             RemoveLayer(before[i]);
             RemoveLayer(m_layers[i]);
         }
     }
-    for (size_t i = both; i < before.size(); ++i)
-        RemoveLayer(before[i]);
-    for (size_t i = both; i < m_layers.size(); ++i)
-        RemoveLayer(m_layers[i]);
-    if (firstChanged < m_belowCount) {
-        m_belowCount = 0;
-        m_below.Clear();
+    for (size_t i = both; i < std::max(before.size(), m_layers.size()); ++i) {
+        changed.Add(i);
+        RemoveLayer(i < before.size() ? before[i] : m_layers[i]);
     }
-    if (before.size() == m_layers.size() && firstMoved < both)
-        Follow(firstMoved);
+    m_hasMoved = before.size() == m_layers.size() && !moved.IsEmpty();
+    if (changed.IsEmpty())
+        return;
+    m_isMoving = false;
+    if (changed.begin < m_moving.begin) {
+        m_below.Clear();
+        m_above.Clear();
+        m_moving = {};
+    } else if (changed.end > m_moving.end) {
+        m_above.Clear();
+    }
+    if (m_hasMoved)
+        FollowMotion(moved);
 }
 
 bool CFrameCache::MakeBelow(const Rect& rect, std::span<const DisplayLayer> layers)
 {
-    if (m_belowCount == 0 || m_belowCount > layers.size())
+    if (!m_below.Allocate(WindowSize()))
         return false;
-    if (m_below.pixels.IsEmpty())
-        m_below = {CPackedDib::CreateForOverwrite(m_window.Width(), m_window.Height()), {}};
-    CRegion missing(rect);
-    if (m_below.pixels.IsEmpty() || !missing.Subtract(m_below.valid))
-        return false;
+    const CRegion missing = m_below.Missing(rect);
     for (const Rect& part : missing.Rectangles())
-        DrawOnBackdrop(m_below.Part(part), OriginOf(part), layers.first(m_belowCount), m_zoom);
-    if (!m_below.valid.Unite(CRegion(rect)))
-        m_below.Clear();
+        DrawOnBackdrop(m_below.Part(part), OriginOf(part), layers.first(m_moving.begin), m_zoom);
+    m_below.Add(rect);
     return true;
 }
 
-void CFrameCache::Compose(const Rect& rect, std::span<const DisplayLayer> layers)
+double CFrameCache::Work(const CRegion& region, const FrameScene& scene) const
 {
-    const BitmapView part = m_frame.Part(rect);
-    if (!MakeBelow(rect, layers)) {
-        DrawOnBackdrop(part, OriginOf(rect), layers, m_zoom);
-        return;
+    const Rect& bounds = region.Bounds();
+    if (bounds.IsEmpty())
+        return 0;
+    std::span drawn(scene.layers);
+    if (m_below.valid.Contains(bounds))
+        drawn = drawn.subspan(m_moving.begin);
+    double pixels = AreaOf(bounds);
+    for (const DisplayLayer& layer : drawn) {
+        const Placement placement = Place(layer.dib->Size(), layer.position, m_zoom,
+                                          {bounds.Width(), bounds.Height()}, OriginOf(bounds));
+        pixels += AreaOf(placement.area) * placement.step;
     }
-    CopyPixels(part, m_below.Part(rect));
-    CompositeLayers(part, OriginOf(rect), layers.subspan(m_belowCount), m_zoom);
+    return pixels * static_cast<double>(region.Area()) / AreaOf(bounds);
 }
 
-void CFrameCache::Paint(const BitmapView& target, Point origin, const Rect& window,
-                        const CObjectCanvas& canvas, int zoom, const FloatingImage& floating)
+void CFrameCache::Compose(const Rect& rect, const FrameScene& scene)
 {
-    // Without vector instructions compositing writes into the objects' pictures: nothing can be kept.
-    const bool canKeep = ProbePixelPath() == PixelPath::Weighted;
-    const Rect wanted = Rect::At({origin.x - window.left, origin.y - window.top}, target.Extent());
-    assert(wanted.Intersected({0, 0, window.Width(), window.Height()}) == wanted);
-    if (!canKeep || !Anchor(window)) {
-        PaintBackdrop(target, origin);
-        CompositeForDisplay(target, origin, canvas, zoom, floating);
-        return;
+    const BitmapView part = m_frame.Part(rect);
+    const std::span layers(scene.layers);
+    if (m_moving.begin > 0 && MakeBelow(rect, layers)) {
+        CopyPixels(part, m_below.Part(rect));
+        CompositeLayers(part, OriginOf(rect), layers.subspan(m_moving.begin), m_zoom);
+    } else {
+        DrawOnBackdrop(part, OriginOf(rect), layers, m_zoom);
     }
-    const std::vector<DisplayLayer> layers = DisplayLayers(canvas, floating);
-    Compare(layers, zoom);
-    CRegion missing(wanted);
-    if (!missing.Subtract(m_frame.valid))
-        missing = CRegion(wanted);
-    for (const Rect& rect : missing.Rectangles())
-        Compose(rect, layers);
-    if (!m_frame.valid.Unite(CRegion(wanted)))
-        m_frame.Clear();
-    CopyPixels(target, m_frame.Part(wanted));
+    m_frame.Add(rect);
+}
+
+bool CFrameCache::Approximate(const Rect& rect, const FrameScene& scene)
+{
+    const std::span layers(scene.layers);
+    if (!MakeBelow(rect, layers) || !m_above.Make(rect, layers.subspan(m_moving.end), m_window, m_zoom))
+        return false;
+    const BitmapView part = m_frame.Part(rect);
+    CopyPixels(part, m_below.Part(rect));
+    CompositeLayers(part, OriginOf(rect), layers.subspan(m_moving.begin, m_moving.end - m_moving.begin),
+                    m_zoom);
+    m_above.BlendOnto(part, rect);
+    static_cast<void>(m_frame.shown.Unite(CRegion(rect))); // or it is painted again
+    return true;
+}
+
+void CFrameCache::StandIn(const Rect& rect)
+{
+    CRegion blank(rect);
+    if (!blank.Subtract(m_frame.shown))
+        blank = CRegion(rect);
+    for (const Rect& part : blank.Rectangles())
+        PaintBackdrop(m_frame.Part(part), OriginOf(part));
+    static_cast<void>(m_frame.shown.Unite(blank)); // or it is painted again
 }

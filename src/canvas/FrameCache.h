@@ -1,25 +1,50 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "model/Compositing.h"
-#include "platform/region/Region.h"
+#include "canvas/FrameScene.h"
+#include "canvas/LayersAbove.h"
+#include "canvas/WindowBuffer.h"
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
 /// The frame as a window shows it, kept so that only what changed is composited again: scrolling needs the
 /// strips that come into sight, and an object that moves needs itself and what lies above it, since what lies
-/// below is kept as well. Shows to the last bit what compositing everything would. Holds at most two pictures
-/// of the window's size; without memory for them everything is composited each time.
+/// below is kept as well. What has been composed is to the last bit what compositing everything gives; what
+/// is missing can be left as it last was, stretched to another zoom and, while objects move, be shown nearly
+/// as it is. Holds at most four pictures of the window's size: the frame and, from the time that objects move
+/// until the zoom changes, what lies below them and what those above them make of black and of white.
+///
+/// Rectangles are those of the window, from its top-left corner, except where another place is named.
 class CFrameCache {
 public:
-    /// Paints the backdrop and the objects into `target`. Points are those of the zoomed frame.
-    /// origin: of the target's top-left pixel. window: all that the window shows, which holds the target.
-    void Paint(const BitmapView& target, Point origin, const Rect& window, const CObjectCanvas& canvas,
-               int zoom, const FloatingImage& floating);
+    /// Takes over what is to be shown now. keepsOutdated: stretches what was shown before at another zoom.
+    /// False when nothing can be kept, for want of memory or of vector instructions; there is no frame then.
+    [[nodiscard]] bool Follow(const FrameScene& scene, bool keepsOutdated);
     /// What is seen inside the rectangle of the zoomed frame may have changed.
-    void Drop(const Rect& rect);
+    void Drop(const Rect& frameRect);
     void DropAll();
+
+    [[nodiscard]] CRegion Missing(const Rect& rect) const { return m_frame.Missing(rect); }
+    /// Whether something that may be out of date can stand in for what is missing.
+    [[nodiscard]] bool HasOutdated() const { return !m_frame.shown.IsEmpty(); }
+    /// Pixels of layers that composing needs, roughly; those passed over on the way to the next row or column
+    /// of a reduced picture count as well.
+    [[nodiscard]] double Work(const CRegion& region, const FrameScene& scene) const;
+    /// Makes a rectangle that is missing.
+    void Compose(const Rect& rect, const FrameScene& scene);
+    /// Whether a layer was somewhere else before the last Follow.
+    [[nodiscard]] bool HasMoved() const { return m_hasMoved; }
+    /// Whether layers that others lie upon have been moving.
+    [[nodiscard]] bool CanApproximate() const { return m_isMoving && m_moving.end < m_layers.size(); }
+    /// Shows a missing rectangle nearly as it is: what lies below and what moves exactly, and over it what
+    /// lies above as CLayersAbove has it. It stays missing. False when memory runs out.
+    [[nodiscard]] bool Approximate(const Rect& rect, const FrameScene& scene);
+    /// Shows the backdrop where nothing else has been shown.
+    void StandIn(const Rect& rect);
+    /// The pixels, composed or standing in.
+    [[nodiscard]] BitmapView Pixels(const Rect& rect) { return m_frame.Part(rect); }
 
 private:
     /// A layer as it was when it was last painted.
@@ -34,38 +59,44 @@ private:
             return position == other.position && size == other.size && transparency == other.transparency;
         }
     };
-    /// Pixels of the window and which of them are right, both from its top-left corner.
-    struct Buffer {
-        CPackedDib pixels;
-        CRegion valid;
+    /// Layers between the lowest and the topmost of some.
+    struct LayerRange {
+        size_t begin = 0;
+        size_t end = 0;
 
-        [[nodiscard]] BitmapView Part(const Rect& rect) { return ViewOf(pixels).Part(rect); }
-        void Remove(const Rect& rect);
-        void Clear() { valid = {}; }
-        /// The window moved over the frame by so much.
-        void Shift(int dx, int dy);
+        [[nodiscard]] bool IsEmpty() const { return begin == end; }
+        void Add(size_t layer)
+        {
+            begin = IsEmpty() ? layer : std::min(begin, layer);
+            end = std::max(end, layer + 1);
+        }
+        friend bool operator==(const LayerRange&, const LayerRange&) = default;
     };
 
     [[nodiscard]] bool Anchor(const Rect& window);
+    void ChangeZoom(const FrameScene& scene, bool keepsOutdated);
     /// Finds out what changed since the last painting.
-    void Compare(std::span<const DisplayLayer> layers, int zoom);
+    void Compare(std::span<const DisplayLayer> layers);
     void RemoveLayer(const Shown& layer);
-    void Follow(size_t first);
-    /// Makes a rectangle of the window anew.
-    void Compose(const Rect& rect, std::span<const DisplayLayer> layers);
+    void FollowMotion(const LayerRange& moved);
+    void ForgetMotion();
+    [[nodiscard]] Size WindowSize() const { return {m_window.Width(), m_window.Height()}; }
     [[nodiscard]] bool MakeBelow(const Rect& rect, std::span<const DisplayLayer> layers);
-    /// The point of the frame in the corner of a rectangle of the window.
+    /// The point of the zoomed frame in the corner of a rectangle.
     [[nodiscard]] Point OriginOf(const Rect& rect) const
     {
         return {m_window.left + rect.left, m_window.top + rect.top};
     }
 
-    Rect m_window;
+    Rect m_window; ///< in the zoomed frame
     int m_zoom = 0;
     std::vector<Shown> m_layers;
-    Buffer m_frame;
-    Buffer m_below;          ///< backdrop and the lowest m_belowCount layers
-    size_t m_belowCount = 0; ///< 0: nothing is kept
-    size_t m_lastMoved = 0;  ///< the lowest layer that moved when one last did
-    bool m_wasTold = false;  ///< whether Drop was called since the last painting
+    WindowBuffer m_frame;
+    WindowBuffer m_below;    ///< backdrop and the layers below m_moving
+    CLayersAbove m_above;    ///< the layers above m_moving
+    LayerRange m_moving;     ///< the layers that moved twice in a row
+    LayerRange m_lastMoved;  ///< those that moved when some last did
+    bool m_isMoving = false; ///< whether nothing but m_moving has changed since
+    bool m_hasMoved = false;
+    bool m_wasTold = false; ///< whether Drop was called since the last painting
 };

@@ -59,7 +59,6 @@ void CPixoluneView::Relayout()
 {
     m_geometry.document = m_document.Canvas().Size();
     m_geometry.scroll = m_geometry.ClampedScroll(m_geometry.scroll);
-    m_frameCache.DropAll();
     if (m_host != nullptr)
         m_host->OnLayoutChanged();
 }
@@ -162,6 +161,7 @@ void CPixoluneView::Release(const MouseInput& input)
     m_drag.button = MouseButton::None;
     FollowPointer(input.client);
     CurrentTool().Up(input);
+    m_frame.EndMotion();
     TellToolState();
 }
 
@@ -235,7 +235,39 @@ void CPixoluneView::SetSurroundings(const SurroundingColours& colours)
     InvalidateAll();
 }
 
-void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
+FrameScene CPixoluneView::Scene() const
+{
+    const Rect image = m_geometry.ImageInClient();
+    return {&m_document.Canvas(),
+            m_document.Floating(),
+            DisplayLayers(m_document.Canvas(), m_document.Floating()),
+            {image.Width(), image.Height()},
+            Rect::At({-image.left, -image.top}, m_geometry.client),
+            m_geometry.zoom};
+}
+
+FrameScene CPixoluneView::BeginPainting(const Rect& area, FrameRule rule) const
+{
+    if (m_playback)
+        return {};
+    FrameScene scene = Scene();
+    m_frame.Begin(scene, area.Moved(scene.window.left, scene.window.top), rule);
+    return scene;
+}
+
+void CPixoluneView::RefineFrame(CProgressiveFrame::Clock::time_point until)
+{
+    if (m_playback)
+        return;
+    const FrameScene scene = Scene();
+    const Size client = m_geometry.client;
+    const Point focus = m_pointerInside ? m_pointer : Point{client.width / 2, client.height / 2};
+    const Point corner = scene.window.Corner();
+    for (const Rect& rect : m_frame.Refine(scene, {corner.x + focus.x, corner.y + focus.y}, until))
+        Invalidate(rect.Moved(-corner.x, -corner.y));
+}
+
+void CPixoluneView::Paint(const BitmapView& target, const Rect& area, const FrameScene& scene) const
 {
     PaintSurroundings(target, area, m_geometry, m_surroundings);
     const Rect image = m_geometry.ImageInClient();
@@ -247,9 +279,7 @@ void CPixoluneView::Paint(const BitmapView& target, const Rect& area) const
             PaintBackdrop(part, origin);
             CompositeForDisplay(part, origin, m_playback->Shown(), m_geometry.zoom);
         } else {
-            const Rect window = Rect::At({-image.left, -image.top}, m_geometry.client);
-            m_frameCache.Paint(part, origin, window, m_document.Canvas(), m_geometry.zoom,
-                               m_document.Floating());
+            m_frame.Paint(part, origin, scene);
         }
     }
     if (m_playback)
@@ -293,7 +323,7 @@ void CPixoluneView::InvalidateDocument(const Rect& documentRect) const
 {
     const Rect client = m_geometry.Touched(documentRect);
     const Rect image = m_geometry.ImageInClient();
-    m_frameCache.Drop(client.Moved(-image.left, -image.top));
+    m_frame.Drop(client.Moved(-image.left, -image.top));
     Invalidate(client);
 }
 
@@ -359,5 +389,6 @@ void CPixoluneView::OnObjectSelectionChanged()
 void CPixoluneView::OnCanvasSizeChanged()
 {
     SetPlaying(false);
+    m_frame.DropAll();
     Relayout();
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "canvas/AnimationPlayback.h"
-#include "canvas/FrameCache.h"
+#include "canvas/ProgressiveFrame.h"
 #include "canvas/SelectionOutline.h"
 #include "canvas/SelectionState.h"
 #include "canvas/Tool.h"
@@ -127,12 +127,25 @@ public:
     // Painting
     /// The colours of the space around the picture, which are those of the desktop.
     void SetSurroundings(const SurroundingColours& colours);
+    /// Finds out what the parts of a client rectangle show, which are painted next.
+    [[nodiscard]] FrameScene BeginPainting(const Rect& area, FrameRule rule) const;
     /// Paints the client rectangle `area` into `target`, which has its size; every pixel is set, alpha 255.
-    void Paint(const BitmapView& target, const Rect& area) const;
+    void Paint(const BitmapView& target, const Rect& area, const FrameScene& scene) const;
+    /// The same of the document as it is.
+    void Paint(const BitmapView& target, const Rect& area) const
+    {
+        Paint(target, area, BeginPainting(area, FrameRule::Exact));
+    }
+    /// Whether the window shows the document as it is. If not, RefineFrame is to be called again and again
+    /// while nothing else is to be done.
+    [[nodiscard]] bool IsFrameExact() const { return IsPlaying() || m_frame.IsExact(); }
+    /// Goes on composing the frame until a point in time, and invalidates what has become right.
+    void RefineFrame(CProgressiveFrame::Clock::time_point until);
+    [[nodiscard]] CProgressiveFrame& Frame() const { return m_frame; }
     /// What is painted over the objects has changed in a client rectangle.
     void Invalidate(const Rect& client) const;
     /// Frees what is kept of the last painting: the window is out of sight.
-    void ForgetPainting() { m_frameCache = {}; }
+    void ForgetPainting() { m_frame.Forget(); }
     /// What the objects show has changed in a rectangle of the document.
     void InvalidateDocument(const Rect& documentRect) const;
     /// Only the edges of a client rectangle, and so many pixels on both sides of them.
@@ -152,6 +165,7 @@ public:
 
 private:
     void Relayout();
+    [[nodiscard]] FrameScene Scene() const;
     void FollowPointer(Point client);
     void InvalidatePointerArea() const { Invalidate(CurrentTool().PointerArea()); }
     /// Tells the window how the current tool looks now: its cursor, and what it drags.
@@ -177,5 +191,5 @@ private:
     CSelectionOutline m_outline;
     Point m_outlineOffset;
     int m_outlinePhase = 0;
-    mutable CFrameCache m_frameCache;
+    mutable CProgressiveFrame m_frame;
 };

@@ -10,9 +10,11 @@
 #include "platform/ui/QtPicture.h"
 #include "platform/ui/QtText.h"
 
+#include <QBackingStore>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTimer>
@@ -28,6 +30,8 @@ constexpr int kLine = 24;      ///< pixels of the desktop that one step of a scr
 constexpr int kWheelLines = 3; ///< steps of one notch
 /// Pixels painted at a time: enough rows to share out, few enough to stay in the cache.
 constexpr int kBandPixels = 1 << 18;
+/// How long the frame is refined before input is looked at again.
+constexpr std::chrono::milliseconds kSlice{6};
 
 Point Floored(const QPointF& point)
 {
@@ -97,6 +101,8 @@ void CCanvasWidget::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() == m_playTimer.timerId())
         m_view.StepPlayback();
+    else if (event->timerId() == m_refineTimer.timerId())
+        Refine();
     else if (event->timerId() != m_outlineTimer.timerId())
         QAbstractScrollArea::timerEvent(event);
     else if (m_view.Selection().IsEmpty() || !isVisible())
@@ -147,6 +153,11 @@ void CCanvasWidget::paintEvent(QPaintEvent* event)
     // Undo the desktop's scaling: the bands are made of the screen's own pixels.
     painter.setTransform(QTransform::fromScale(1 / ratio, 1 / ratio));
     const Rect client = Rect::At({0, 0}, m_view.Geometry().client);
+    // Pictures that are taken of the widget show the document as it is.
+    const bool isOnScreen =
+        backingStore() != nullptr && painter.paintEngine()->paintDevice() == backingStore()->paintDevice();
+    const FrameScene scene = m_view.BeginPainting(ScaledOut(event->rect(), ratio).Intersected(client),
+                                                  isOnScreen ? FrameRule::Prompt : FrameRule::Exact);
     for (const QRect& part : event->region()) {
         const Rect area = ScaledOut(part, ratio).Intersected(client);
         if (area.IsEmpty())
@@ -159,12 +170,33 @@ void CCanvasWidget::paintEvent(QPaintEvent* event)
         for (int top = area.top; top < area.bottom; top += rows) {
             const Rect band{area.left, top, area.right, std::min(top + rows, area.bottom)};
             const BitmapView target{m_band.bits(), m_band.bytesPerLine(), band.Width(), band.Height()};
-            m_view.Paint(target, band);
+            m_view.Paint(target, band, scene);
             painter.drawImage(QPoint(band.left, band.top), WrapOpaque(target));
         }
     }
     if (m_showsFocus)
         PaintFocus(painter);
+    ScheduleRefinement();
+}
+
+void CCanvasWidget::Refine()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (isVisible() && m_view.Frame().RefinesFrom() <= now)
+        m_view.RefineFrame(now + kSlice);
+    ScheduleRefinement();
+}
+
+void CCanvasWidget::ScheduleRefinement()
+{
+    using Milliseconds = std::chrono::milliseconds;
+    if (!isVisible() || m_view.IsFrameExact()) {
+        m_refineTimer.stop();
+        return;
+    }
+    const auto wait =
+        std::chrono::ceil<Milliseconds>(m_view.Frame().RefinesFrom() - std::chrono::steady_clock::now());
+    m_refineTimer.start(static_cast<int>(std::max<Milliseconds::rep>(wait.count(), 0)), this);
 }
 
 void CCanvasWidget::PaintFocus(QPainter& painter) const
@@ -363,6 +395,7 @@ void CCanvasWidget::mouseReleaseEvent(QMouseEvent* event)
         return;
     m_held = Qt::NoButton;
     m_view.Release(ToInput(*event));
+    ScheduleRefinement();
 }
 
 void CCanvasWidget::mouseDoubleClickEvent(QMouseEvent* event)

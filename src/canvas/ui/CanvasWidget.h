@@ -78,6 +78,9 @@ private:
     [[nodiscard]] Point ToClient(const QPointF& position) const;
     [[nodiscard]] MouseInput ToInput(const QMouseEvent& event) const;
     void UpdateClientSize();
+    /// Composes a slice of the frame.
+    void Refine();
+    void ScheduleRefinement();
     void TakeColours();
     void UpdateScrollBars();
     void ShowCursor();
@@ -91,6 +94,7 @@ private:
 
     CPixoluneView& m_view;
     QBasicTimer m_outlineTimer;          ///< runs while a selection is shown
+    QBasicTimer m_refineTimer;           ///< runs until the frame shown is exact
     QBasicTimer m_playTimer;             ///< runs while the animation plays
     QImage m_band;                       ///< pixels on their way to the screen, reused
     std::optional<CursorShape> m_cursor; ///< what the view asked for

@@ -3,6 +3,7 @@
 
 #include "ui/UiTest.h"
 
+#include <QBackingStore>
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -111,6 +112,38 @@ TEST_F(CCanvasWidgetTest, ShowsTheViewPixelForPixelAtAnyDesktopScale)
         m_view.Paint({expected.bits(), expected.bytesPerLine(), width, height}, {0, 0, width, height});
         EXPECT_EQ(shown.copy(0, 0, width, height), expected);
     }
+}
+
+TEST_F(CCanvasWidgetTest, TheScreenBecomesExactWithoutFurtherInput)
+{
+    const auto onScreen = [this] {
+        const auto* screen = dynamic_cast<QImage*>(m_widget.backingStore()->paintDevice());
+        return screen == nullptr ? QImage() : screen->convertToFormat(QImage::Format_RGB32);
+    };
+    if (onScreen().isNull())
+        GTEST_SKIP() << "what this platform shows cannot be read";
+    // The desktop's pixels may end within the last ones of the screen.
+    const Size client{m_view.Geometry().client.width - 1, m_view.Geometry().client.height - 1};
+    const auto isExact = [&](const QImage& shown) {
+        QImage image(client.width, client.height, QImage::Format_RGB32);
+        m_view.Paint({image.bits(), image.bytesPerLine(), client.width, client.height},
+                     {0, 0, client.width, client.height});
+        return shown.copy(image.rect()) == image;
+    };
+    m_view.Frame().SetBudget({});
+    for (const int zoom : {2, -2, 1}) {
+        m_view.SetZoom(zoom);
+        QCoreApplication::sendPostedEvents();
+        EXPECT_FALSE(m_view.IsFrameExact());
+        m_view.SetScroll({61, 47}); // input between the slices
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return m_view.IsFrameExact(); }));
+        QCoreApplication::sendPostedEvents();
+        EXPECT_TRUE(isExact(onScreen()));
+    }
+    // A picture of the widget does not wait.
+    m_view.SetZoom(3);
+    EXPECT_TRUE(isExact(m_widget.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32)));
 }
 
 TEST_F(CCanvasWidgetTest, WheelZoomsAtThePointerAndScrolls)

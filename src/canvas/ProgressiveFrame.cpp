@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "canvas/ProgressiveFrame.h"
+
+#include "canvas/ViewPainting.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What is composed at a time when slices are made: wide, since pictures are stored in rows, and short.
+constexpr Size kTile{1024, 128};
+/// Pixels of layers after which half of what was learnt is forgotten: a few windows of a deep stack.
+constexpr double kRememberedWork = 2e8;
+
+/// The tile with missing pixels whose middle is nearest to a point.
+Rect NearestTile(const CRegion& missing, const Rect& window, Point focus)
+{
+    Rect nearest;
+    int64_t least = INT64_MAX;
+    for (int top = window.top; top < window.bottom; top += kTile.height) {
+        for (int left = window.left; left < window.right; left += kTile.width) {
+            const Rect tile = Rect::At({left, top}, kTile).Intersected(window);
+            const int64_t dx = (left + tile.right) / 2 - focus.x;
+            const int64_t dy = (top + tile.bottom) / 2 - focus.y;
+            if (dx * dx + dy * dy >= least)
+                continue;
+            CRegion part = missing;
+            if (!part.Intersect(CRegion(tile)) || !part.IsEmpty()) {
+                least = dx * dx + dy * dy;
+                nearest = tile;
+            }
+        }
+    }
+    return nearest;
+}
+
+} // namespace
+
+void CProgressiveFrame::CPace::Learn(double work, Clock::duration taken)
+{
+    m_work += work;
+    m_seconds += std::chrono::duration<double>(taken).count();
+    if (m_work > kRememberedWork) {
+        m_work /= 2;
+        m_seconds /= 2;
+    }
+}
+
+void CProgressiveFrame::Forget()
+{
+    m_cache = {};
+    m_missing = {};
+    m_isKept = false;
+}
+
+void CProgressiveFrame::UpdateMissing(const FrameScene& scene)
+{
+    m_missing = m_isKept ? m_cache.Missing(InWindow(scene.Visible(), scene)) : CRegion();
+}
+
+void CProgressiveFrame::Follow(const FrameScene& scene, bool mayWait)
+{
+    const bool wasExact = IsExact();
+    m_isKept = m_cache.Follow(scene, mayWait);
+    UpdateMissing(scene);
+    if (IsExact())
+        return;
+    if (wasExact)
+        m_outdatedSince = Clock::now();
+    m_workPerPixel = m_cache.Work(m_missing, scene) / static_cast<double>(m_missing.Area());
+}
+
+void CProgressiveFrame::Begin(const FrameScene& scene, const Rect& area, FrameRule rule)
+{
+    const bool mayWait =
+        rule == FrameRule::Prompt && (IsExact() || Clock::now() - m_outdatedSince < kLongestOutdated);
+    Follow(scene, mayWait);
+    CRegion wanted = m_missing;
+    if (!wanted.Intersect(CRegion(InWindow(area, scene))))
+        wanted = m_missing;
+    const double seconds = m_pace.Seconds(m_workPerPixel * static_cast<double>(wanted.Area()));
+    m_composes =
+        !mayWait || !m_cache.HasOutdated() || seconds < std::chrono::duration<double>(m_budget).count();
+    m_approximates = !m_composes && m_cache.CanApproximate();
+    if (m_approximates)
+        m_outdatedSince = Clock::now();
+    if (m_cache.HasMoved() || !m_approximates)
+        m_refinesFrom = m_approximates ? Clock::now() + kRest : Clock::time_point();
+}
+
+void CProgressiveFrame::Compose(const CRegion& region, const FrameScene& scene)
+{
+    const Clock::time_point begin = Clock::now();
+    for (const Rect& rect : region.Rectangles())
+        m_cache.Compose(rect, scene);
+    m_pace.Learn(m_workPerPixel * static_cast<double>(region.Area()), Clock::now() - begin);
+    UpdateMissing(scene);
+}
+
+bool CProgressiveFrame::Approximate(const CRegion& region, const FrameScene& scene)
+{
+    return std::ranges::all_of(region.Rectangles(),
+                               [&](const Rect& rect) { return m_cache.Approximate(rect, scene); });
+}
+
+void CProgressiveFrame::Paint(const BitmapView& target, Point origin, const FrameScene& scene)
+{
+    if (!m_isKept) {
+        PaintBackdrop(target, origin);
+        CompositeForDisplay(target, origin, *scene.canvas, scene.zoom, scene.floating);
+        return;
+    }
+    const Rect rect = InWindow(Rect::At(origin, target.Extent()), scene);
+    if (const CRegion missing = m_cache.Missing(rect); !missing.IsEmpty()) {
+        if (m_composes || (m_approximates && !Approximate(missing, scene)))
+            Compose(missing, scene);
+        else
+            m_cache.StandIn(rect);
+    }
+    CopyPixels(target, m_cache.Pixels(rect));
+}
+
+std::vector<Rect> CProgressiveFrame::Refine(const FrameScene& scene, Point focus, Clock::time_point until)
+{
+    std::vector<Rect> refined;
+    Follow(scene, true);
+    const Rect window = Rect::At({0, 0}, {scene.window.Width(), scene.window.Height()});
+    const Point from{focus.x - scene.window.left, focus.y - scene.window.top};
+    while (!IsExact()) {
+        const Rect tile = NearestTile(m_missing, window, from);
+        CRegion part = m_missing;
+        if (!part.Intersect(CRegion(tile)))
+            part = CRegion(tile.Intersected(InWindow(scene.Visible(), scene)));
+        Compose(part, scene);
+        refined.push_back(tile.Moved(scene.window.left, scene.window.top));
+        if (Clock::now() >= until)
+            break;
+    }
+    return refined;
+}
