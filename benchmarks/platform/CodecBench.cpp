@@ -154,8 +154,13 @@ const bool kRegistered = [] {
         if (QImage(QString::fromStdString(path.string())).isNull())
             std::abort();
     };
-    const auto qtSave = [](const std::filesystem::path& path, const CPackedDib& dib, QImage::Format format) {
-        if (!QtImageOf(dib, format).save(QString::fromStdString(path.string()), nullptr, -1))
+    // quality: of a JPG, which is coded with the tables that fit it best, as ours is; -1 for a PNG.
+    const auto qtSave = [](const std::filesystem::path& path, const CPackedDib& dib, QImage::Format format,
+                           int quality) {
+        QImageWriter writer(QString::fromStdString(path.string()));
+        writer.setQuality(quality);
+        writer.setOptimizedWrite(true);
+        if (!writer.write(QtImageOf(dib, format)))
             std::abort();
     };
     const auto ourSave = [](const std::filesystem::path& path, const CPackedDib& dib) {
@@ -181,7 +186,7 @@ const bool kRegistered = [] {
                     });
             AddSave(save, megapixels, hasAlpha, "qt", Threads::One,
                     [=](const std::filesystem::path& path, const CPackedDib& dib) {
-                        qtSave(path, dib, hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+                        qtSave(path, dib, hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32, -1);
                     });
         }
         AddLoad("codec/jpg-load", megapixels, false, "ours", [](const std::filesystem::path& path) {
@@ -194,7 +199,7 @@ const bool kRegistered = [] {
         AddSave("codec/jpg-save", megapixels, false, "libjpeg-turbo", Threads::One, JpgSave);
         AddSave("codec/jpg-save", megapixels, false, "qt", Threads::One,
                 [=](const std::filesystem::path& path, const CPackedDib& dib) {
-                    qtSave(path, dib, QImage::Format_RGB32);
+                    qtSave(path, dib, QImage::Format_RGB32, kQuality);
                 });
     }
     return true;

@@ -90,10 +90,8 @@ void CBenchWindow::FitCanvas()
 
 void CBenchWindow::Open(const QString& path)
 {
-    CloseAll();
     m_window.OpenFile(path);
     Settle();
-    FitCanvas();
 }
 
 void CBenchWindow::Show(CObjectCanvas canvas)

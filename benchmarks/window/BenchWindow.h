@@ -24,9 +24,9 @@ public:
     [[nodiscard]] CPixoluneView& View() { return m_window.ActiveFrame()->View(); }
     [[nodiscard]] QWidget& Canvas() { return *m_window.ActiveFrame()->Canvas().viewport(); }
 
-    /// Opens a file and shows it, alone.
+    /// Opens a file and shows it.
     void Open(const QString& path);
-    /// Shows a document of a canvas, alone.
+    /// Shows a document of a canvas, alone, in a canvas of the stated size.
     void Show(CObjectCanvas canvas);
     void CloseAll();
     /// Actual size, the middle in sight, no button held and no tool at work.
@@ -43,9 +43,10 @@ public:
     static void Settle();
     /// Handles what is pending until the canvas shows the document as it is.
     void AwaitExact();
+    /// Gives the canvas its size; the first document that is shown changes it.
+    void FitCanvas();
 
 private:
-    void FitCanvas();
     void Mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons buttons);
 
     QTemporaryDir m_folder;

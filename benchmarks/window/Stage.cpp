@@ -14,13 +14,20 @@ void CStage::ShowPhoto()
         OpenPhoto();
 }
 
-void CStage::OpenPhoto()
+QString CStage::PhotoPath()
 {
     const QString path = window.File("photo.jpg");
     if (!QFile::exists(path))
         static_cast<void>(
             CImage::SaveImageFile(ToPath(path), BackdropPicture(12), JpgOptions{90}.Value(), nullptr));
-    window.Open(path);
+    return path;
+}
+
+void CStage::OpenPhoto()
+{
+    CloseAll();
+    window.Open(PhotoPath());
+    window.FitCanvas();
     m_shown = kPhotoName;
 }
 

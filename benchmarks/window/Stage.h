@@ -19,6 +19,8 @@ public:
     /// A JPG of 12 megapixels; opened anew by OpenPhoto.
     void ShowPhoto();
     void OpenPhoto();
+    /// Writes the file when it is wanted for the first time.
+    [[nodiscard]] QString PhotoPath();
     void ShowStack(Stack stack);
     void CloseAll();
 

@@ -3,6 +3,7 @@
 
 #include "app/HelpPages.h"
 #include "app/ui/AboutDialog.h"
+#include "app/ui/BarTables.h"
 #include "app/ui/ChildFrame.h"
 #include "app/ui/CommandActions.h"
 #include "app/ui/CommandSearch.h"
@@ -10,6 +11,7 @@
 #include "app/ui/DocumentArea.h"
 #include "app/ui/Help.h"
 #include "app/ui/IdleWorker.h"
+#include "app/ui/MenuLists.h"
 #include "app/ui/ObjectsPanel.h"
 #include "app/ui/OptionsPanel.h"
 #include "app/ui/PanelDock.h"
@@ -25,7 +27,6 @@
 
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QMimeData>
@@ -49,67 +50,6 @@ constexpr int kLayoutVersion = 2;
 constexpr QSize kFirstSize(1280, 820);
 constexpr QSize kOptionsSize(260, 270);
 constexpr QSize kObjectsSize(260, 440);
-
-constexpr std::optional<CommandId> kSeparator;
-
-constexpr std::optional<CommandId> kMainBar[] = {
-    FileNew,
-    FileOpen,
-    FileSave,
-    kSeparator,
-    EditCut,
-    EditCopy,
-    EditPaste,
-    EditDelete,
-    kSeparator,
-    EditUndo,
-    EditRedo,
-    kSeparator,
-    ViewZoomIn,
-    ViewZoomOut,
-    ViewActualSize,
-    kSeparator,
-    ObjectNew,
-    ObjectDuplicate,
-    kSeparator,
-    EditResize,
-    TransformRedGreenBlue,
-    TransformHueSaturationLightness,
-    TransformGaussianBlur,
-    TransformSharpness,
-    TransformEmboss,
-};
-
-constexpr std::optional<CommandId> kDrawingBar[] = {
-    ToolDefault,
-    kSeparator,
-    ToolRectangularSelection,
-    ToolEllipticalSelection,
-    ToolLassoSelection,
-    ToolMagicWandSelection,
-    kSeparator,
-    ToolPencil,
-    ToolErase,
-    ToolFloodFill,
-    ToolPickColor,
-    kSeparator,
-    ToolText,
-    ToolRectangle,
-    ToolEllipse,
-    ToolPolygon,
-};
-
-constexpr std::optional<CommandId> kCanvasMenu[] = {
-    EditCut,       EditCopy,   EditPaste,         EditDelete,        kSeparator,         ObjectDuplicate,
-    ObjectCombine, kSeparator, ObjectMoveToFront, ObjectMoveForward, ObjectMoveBackward, ObjectMoveToBack,
-    kSeparator,    ObjectTrim, ObjectProperties,
-};
-
-/// What the menu of the bars and docks offers.
-constexpr std::optional<CommandId> kWindowParts[] = {
-    ViewToolBar,   ViewDrawingBar, ViewOptionsPanel, ViewObjectsPanel,
-    ViewStatusBar, kSeparator,     ViewResetLayout,
-};
 
 } // namespace
 
@@ -137,9 +77,11 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &CMainFrame::ScheduleRefresh);
 
     connect(m_actions, &CCommandActions::Ran, this, &CMainFrame::ScheduleRefresh);
-    connect(m_actions, &CCommandActions::MenuOpening, this,
-            [this](QMenu* menu, const QString& path) { ExtendMenu(*menu, path); });
     m_actions->FillMenuBar(*menuBar());
+    auto* lists = new CMenuLists(m_recentFiles, *m_area, *Action(FileExit), this);
+    connect(m_actions, &CCommandActions::MenuOpening, lists,
+            [lists](QMenu* menu, const QString& path) { lists->Extend(*menu, path); });
+    connect(lists, &CMenuLists::FileChosen, this, &CMainFrame::OpenFile);
     CreateBars();
     CreatePanels();
     RestoreLayout();
@@ -161,8 +103,8 @@ void CMainFrame::CreateBars()
         const char* name;
         Str title;
         std::span<const std::optional<CommandId>> commands;
-    } rows[] = {{m_mainBar, "MainBar", Str::ToolBar, kMainBar},
-                {m_drawingBar, "DrawingBar", Str::DrawingBar, kDrawingBar}};
+    } rows[] = {{m_mainBar, "MainBar", Str::ToolBar, BarTables::kMainBar},
+                {m_drawingBar, "DrawingBar", Str::DrawingBar, BarTables::kDrawingBar}};
     for (const auto& row : rows) {
         row.bar = new QToolBar(ToQString(row.title), this);
         row.bar->setObjectName(QLatin1String(row.name));
@@ -285,7 +227,7 @@ void CMainFrame::Connect(CChildFrame& frame)
     connect(&canvas, &CCanvasWidget::MenuRequested, this, [this](const QPoint& position) {
         Refresh();
         QMenu menu;
-        m_actions->FillMenu(menu, kCanvasMenu);
+        m_actions->FillMenu(menu, BarTables::kCanvasMenu);
         menu.exec(position);
     });
 }
@@ -405,7 +347,7 @@ QMenu* CMainFrame::createPopupMenu()
 {
     Refresh();
     auto* menu = new QMenu(this);
-    m_actions->FillMenu(*menu, kWindowParts);
+    m_actions->FillMenu(*menu, BarTables::kWindowParts);
     return menu;
 }
 
@@ -465,7 +407,7 @@ bool CMainFrame::RunWindowCommand(CommandId id)
     case FileClose:
         return frame && m_area->CloseDocument(frame->Document());
     case FilePageSetup:
-        return m_printing.SetUpPage();
+        return m_printing.SetUpPage(*this);
     case FilePrintPreview:
         return frame && m_printing.Preview(frame->Document());
     case FilePrint:
@@ -590,54 +532,4 @@ bool CMainFrame::RunArrange(CommandId id)
                     : id == WindowTileVertically   ? WindowArrangement::TileVertically
                                                    : WindowArrangement::Tabs);
     return true;
-}
-
-// Menus that list files and windows
-
-void CMainFrame::ExtendMenu(QMenu& menu, const QString& path)
-{
-    if (path == QLatin1String("File"))
-        AddRecentFiles(menu);
-    else if (path == QLatin1String("Window"))
-        AddWindowList(menu);
-}
-
-void CMainFrame::AddRecentFiles(QMenu& menu)
-{
-    if (!m_recentMenu) {
-        m_recentMenu = new QMenu(ToQString(Str::RecentFiles), &menu);
-        m_recentMenu->setIcon(ThemedIcon("recent"));
-        QAction* exit = Action(FileExit);
-        menu.insertMenu(exit, m_recentMenu);
-        menu.insertSeparator(exit);
-    }
-    m_recentMenu->clear();
-    int number = 0;
-    for (const QString& path : m_recentFiles.Paths()) {
-        QString name = QFileInfo(path).fileName();
-        name.replace(QLatin1Char('&'), QLatin1String("&&"));
-        QAction* entry = m_recentMenu->addAction(QStringLiteral("&%1  %2").arg(++number).arg(name));
-        entry->setStatusTip(path);
-        connect(entry, &QAction::triggered, this, [this, path] { OpenFile(path); });
-    }
-    m_recentMenu->setEnabled(number > 0);
-}
-
-void CMainFrame::AddWindowList(QMenu& menu)
-{
-    for (QAction* entry : m_windowEntries)
-        delete entry;
-    m_windowEntries.clear();
-    m_windowEntries.push_back(menu.addSeparator());
-    int number = 0;
-    for (CChildFrame* window : m_area->Frames()) {
-        QString name = window->windowTitle();
-        name.replace(QLatin1String("[*]"), window->isWindowModified() ? QLatin1String("*") : QLatin1String());
-        name.replace(QLatin1Char('&'), QLatin1String("&&"));
-        QAction* entry = menu.addAction(QStringLiteral("&%1  %2").arg(++number).arg(name));
-        entry->setCheckable(true);
-        entry->setChecked(window == ActiveFrame());
-        connect(entry, &QAction::triggered, window, [this, window] { m_area->setActiveSubWindow(window); });
-        m_windowEntries.push_back(entry);
-    }
 }

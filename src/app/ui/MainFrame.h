@@ -71,9 +71,6 @@ private:
     void OnDocumentClosed(CPixoluneDoc* document);
     void ScheduleRefresh();
     void Refresh();
-    void ExtendMenu(QMenu& menu, const QString& path);
-    void AddRecentFiles(QMenu& menu);
-    void AddWindowList(QMenu& menu);
 
     // One window command each; false when it was cancelled.
     bool RunNew();
@@ -111,8 +108,6 @@ private:
     CPanelDock* m_objectsDock = nullptr;
     COptionsPanel* m_optionsPanel = nullptr; ///< none before the window is on the screen
     CObjectsPanel* m_objectsPanel = nullptr; ///< none before the window is on the screen
-    QMenu* m_recentMenu = nullptr;
-    std::vector<QAction*> m_windowEntries;
     bool m_refreshPending = false;
     bool m_hasAppeared = false;
 };

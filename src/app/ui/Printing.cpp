@@ -2,6 +2,7 @@
 #include "app/ui/Printing.h"
 
 #include "app/ui/PageSetupDialog.h"
+#include "app/ui/PrintPreviewDialog.h"
 #include "fileio/FlattenedFrame.h"
 #include "model/PixoluneDoc.h"
 #include "platform/ui/QtPicture.h"
@@ -10,7 +11,6 @@
 
 #include <QPainter>
 #include <QPrintDialog>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
 
 namespace {
@@ -49,9 +49,9 @@ void CPrinting::Prepare(QPrinter& printer, const CPixoluneDoc& document) const
     printer.setDocName(ToQString(document.Title()));
 }
 
-bool CPrinting::SetUpPage()
+bool CPrinting::SetUpPage(QWidget& parent)
 {
-    CPageSetupDialog dialog(PageSetup::Load(m_configuration), &m_window);
+    CPageSetupDialog dialog(PageSetup::Load(m_configuration), &parent);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     dialog.Setup().Save(m_configuration);
@@ -71,6 +71,11 @@ bool CPrinting::Print(const CPixoluneDoc& document)
 {
     QPrinter printer(QPrinter::HighResolution);
     Prepare(printer, document);
+    return Print(printer, document);
+}
+
+bool CPrinting::Print(QPrinter& printer, const CPixoluneDoc& document)
+{
     QPrintDialog dialog(&printer, &m_window);
     if (dialog.exec() != QDialog::Accepted)
         return false;
@@ -84,10 +89,13 @@ bool CPrinting::Preview(const CPixoluneDoc& document)
 {
     QPrinter printer(QPrinter::HighResolution);
     Prepare(printer, document);
-    QPrintPreviewDialog dialog(&printer, &m_window);
-    dialog.setWindowTitle(ToQString(Str::PrintPreview));
+    const auto paint = [&](QPrinter& target) { PrintOn(target, document); };
+    const auto setUpPage = [&](QWidget& parent) {
+        const bool isChanged = SetUpPage(parent);
+        Prepare(printer, document);
+        return isChanged;
+    };
+    CPrintPreviewDialog dialog(printer, paint, setUpPage, &m_window);
     dialog.resize(m_window.size() * 3 / 4);
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                     [&](QPrinter* target) { PrintOn(*target, document); });
-    return dialog.exec() == QDialog::Accepted;
+    return dialog.exec() == QDialog::Accepted && Print(printer, document);
 }

@@ -16,13 +16,15 @@ public:
     /// window: the parent of all dialogs.
     CPrinting(QSettings& configuration, QWidget& window) : m_configuration(configuration), m_window(window) {}
 
-    bool SetUpPage();
+    /// Asks for the page in a dialog over `parent`.
+    bool SetUpPage(QWidget& parent);
     /// Prints after the printer has been chosen.
     bool Print(const CPixoluneDoc& document);
     bool Preview(const CPixoluneDoc& document);
 
 private:
     void Prepare(QPrinter& printer, const CPixoluneDoc& document) const;
+    bool Print(QPrinter& printer, const CPixoluneDoc& document);
     bool PrintOn(QPrinter& printer, const CPixoluneDoc& document);
 
     QSettings& m_configuration;

@@ -54,7 +54,7 @@ protected:
                     !QByteArray(added->metaObject()->className()).startsWith('Q'))
                     Visit(*added);
             }
-        } else if (!dialog->inherits("QAbstractPrintDialog") && !dialog->inherits("QPrintPreviewDialog")) {
+        } else if (!dialog->inherits("QAbstractPrintDialog")) {
             Visit(*dialog);
         }
         dialog->close();

@@ -2,14 +2,20 @@
 #include "app/ui/Printing.h"
 
 #include "app/ui/PageSetupDialog.h"
+#include "app/ui/PrintPreviewDialog.h"
+#include "platform/ui/QtText.h"
 #include "ui/UiTest.h"
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QLabel>
+#include <QPainter>
 #include <QPrinter>
 #include <QProcess>
 #include <QSpinBox>
 #include <QStandardPaths>
+#include <QTest>
+#include <QToolBar>
 
 namespace {
 
@@ -147,6 +153,41 @@ TEST_F(CPrintingTest, LargeFrameContinuesOnMorePages)
     EXPECT_EQ(color(1, 30, 50), QColor(Qt::white));
     EXPECT_EQ(color(2, 25, 36), QColor(Qt::red));
     EXPECT_EQ(color(2, 25, 40), QColor(Qt::white));
+}
+
+TEST_F(CWindowTest, PreviewTurnsThePages)
+{
+    QPrinter printer;
+    int pageCount = 3;
+    const auto paint = [&pageCount](QPrinter& target) {
+        const QPainter painter(&target);
+        for (int page = 1; page < pageCount; ++page)
+            target.newPage();
+    };
+    const auto setUpPage = [&pageCount](QWidget&) {
+        pageCount = 1;
+        return true;
+    };
+    CPrintPreviewDialog dialog(printer, paint, setUpPage, nullptr);
+    dialog.show();
+    const auto text = [&dialog] { return dialog.findChild<QLabel*>()->text(); };
+    const auto action = [&dialog](Str name) {
+        for (QAction* one : dialog.findChild<QToolBar*>()->actions()) {
+            if (one->text() == ToQString(name))
+                return one;
+        }
+        return static_cast<QAction*>(nullptr);
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return text() == QLatin1String("Page 1 of 3"); }))
+        << text().toStdString();
+    EXPECT_FALSE(action(Str::PreviousPage)->isEnabled());
+    action(Str::NextPage)->trigger();
+    action(Str::NextPage)->trigger();
+    EXPECT_EQ(text(), QLatin1String("Page 3 of 3"));
+    EXPECT_FALSE(action(Str::NextPage)->isEnabled());
+    action(Str::ShowPageSetup)->trigger();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text() == QLatin1String("Page 1 of 1"); }))
+        << text().toStdString();
 }
 
 TEST_F(CWindowTest, PageSetupIsRemembered)
