@@ -48,8 +48,8 @@ constexpr QLatin1String kTabbedKey("XWorkspace/Tabbed");
 constexpr int kLayoutVersion = 2;
 
 constexpr QSize kFirstSize(1280, 820);
-constexpr QSize kOptionsSize(260, 270);
-constexpr QSize kObjectsSize(260, 440);
+constexpr QSize kOptionsSize(310, 270);
+constexpr QSize kObjectsSize(310, 440);
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #include "platform/ui/ThemedIcon.h"
 
 #include <QDialogButtonBox>
+#include <QGraphicsView>
 #include <QLabel>
 #include <QPrintPreviewWidget>
 #include <QPushButton>
@@ -18,7 +19,8 @@ CPrintPreviewDialog::CPrintPreviewDialog(QPrinter& printer, std::function<void(Q
       m_number(new QLabel)
 {
     setWindowTitle(ToQString(Str::PrintPreview));
-    m_pages->setAccessibleName(windowTitle());
+    // The view inside has the keyboard.
+    m_pages->findChild<QGraphicsView*>()->setAccessibleName(windowTitle());
     m_number->setContentsMargins(6, 0, 6, 0);
     auto* bar = new QToolBar;
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
@@ -65,6 +67,7 @@ void CPrintPreviewDialog::FillBar(QToolBar& bar)
 void CPrintPreviewDialog::Turn(int pages)
 {
     m_pages->setCurrentPage(m_pages->currentPage() + pages);
+    ShowPageNumber();
 }
 
 void CPrintPreviewDialog::ShowPageNumber()

@@ -11,9 +11,25 @@ namespace {
 
 /// Long enough to type the next digit.
 constexpr int kPauseMs = 400;
-constexpr int kSliderWidth = 200;
+constexpr int kUsualSliderWidth = 200;
+constexpr int kLeastSliderWidth = 80;
 /// Boxes that stand below each other are to be of one width: that of this number.
 constexpr int kWidestNumber = -9999;
+
+/// Wide where there is room for it, as in a dialog; in a narrow panel it gives way.
+class CSlider final : public QSlider {
+public:
+    using QSlider::QSlider;
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return {kUsualSliderWidth, QSlider::sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return {kLeastSliderWidth, QSlider::minimumSizeHint().height()};
+    }
+};
 
 bool IsSteppingKey(int key)
 {
@@ -35,7 +51,7 @@ bool IsSteppingKey(int key)
 } // namespace
 
 CValueControl::CValueControl(const Range& range, int value, QWidget* parent)
-    : QWidget(parent), m_slider(range.tick > 0 ? new QSlider(Qt::Horizontal, this) : nullptr),
+    : QWidget(parent), m_slider(range.tick > 0 ? new CSlider(Qt::Horizontal, this) : nullptr),
       m_spin(new QSpinBox(this)), m_committed(value)
 {
     auto* layout = new QHBoxLayout(this);
@@ -44,7 +60,6 @@ CValueControl::CValueControl(const Range& range, int value, QWidget* parent)
         m_slider->setTickPosition(QSlider::TicksBelow);
         m_slider->setTickInterval(range.tick);
         m_slider->setPageStep(range.tick);
-        m_slider->setMinimumWidth(kSliderWidth);
         m_slider->installEventFilter(this);
         layout->addWidget(m_slider, 1);
         connect(m_slider, &QSlider::valueChanged, this, &CValueControl::OnEdited);

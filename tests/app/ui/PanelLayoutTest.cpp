@@ -94,7 +94,7 @@ TEST_F(CPanelLayoutTest, LayoutIsKeptAndReset)
     for (const char* name : {"OptionsPanel", "ObjectsPanel"}) {
         const CPanelDock& dock = Dock(again, name);
         EXPECT_TRUE(dock.isVisible() && !dock.isFloating()) << name;
-        EXPECT_EQ(dock.width(), 260) << name;
+        EXPECT_EQ(dock.width(), 310) << name;
         EXPECT_TRUE(again.tabifiedDockWidgets(const_cast<CPanelDock*>(&dock)).isEmpty()) << name;
     }
     EXPECT_LT(Dock(again, "OptionsPanel").y(), Dock(again, "ObjectsPanel").y());
