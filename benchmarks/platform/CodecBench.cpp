@@ -7,6 +7,8 @@
 #include "support/Peers.h"
 #include "support/Scratch.h"
 
+#include <QImageWriter>
+
 #include <cstdio>
 #include <cstdlib>
 #include <memory>

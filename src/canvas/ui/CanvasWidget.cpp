@@ -226,6 +226,9 @@ bool CCanvasWidget::viewportEvent(QEvent* event)
         m_view.SetPointerInside(false);
         OnPointerText({});
     }
+    // The tip of the window is for its tab; here it would hide the picture.
+    if (event->type() == QEvent::ToolTip)
+        return true;
     return QAbstractScrollArea::viewportEvent(event);
 }
 
