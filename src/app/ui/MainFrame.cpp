@@ -47,7 +47,6 @@ constexpr QLatin1String kTabbedKey("XWorkspace/Tabbed");
 /// Raised whenever bars or panels are added, so that layouts of older versions are not mistaken for it.
 constexpr int kLayoutVersion = 2;
 
-constexpr QSize kFirstSize(1340, 820);
 constexpr QSize kOptionsSize(310, 270);
 constexpr QSize kObjectsSize(310, 440);
 

@@ -7,6 +7,7 @@
 #include "app/ui/Shortcuts.h"
 
 #include <QMainWindow>
+#include <QSize>
 
 class CChildFrame;
 class CCommandActions;
@@ -26,6 +27,9 @@ class CMainFrame final : public QMainWindow, private IShell {
     Q_OBJECT
 
 public:
+    /// The size at the first start, where the screen has room for it.
+    static constexpr QSize kFirstSize{1340, 820};
+
     /// configuration: where the window keeps its layout and the recent files. Both must outlive the window.
     CMainFrame(CPixoluneApp& app, QSettings& configuration);
     ~CMainFrame() override;

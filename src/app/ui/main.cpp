@@ -107,6 +107,8 @@ int main(int argc, char** argv)
     app.KeepJournals(journals);
 
     CMainFrame window(app, *configuration);
+    if (arguments.parser.isSet(arguments.grab))
+        window.resize(CMainFrame::kFirstSize); // also where the screen is smaller, as the one in memory is
     ui.Attach(&window, &window.StatusBar());
     const QStringList files = arguments.parser.positionalArguments();
     if (files.isEmpty()) {
