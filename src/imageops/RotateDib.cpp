@@ -16,6 +16,10 @@
 #define PIXOLUNE_TURN
 namespace {
 
+/// A slanting line through the source comes too late from memory when it is asked for pixel by pixel.
+constexpr int kRowsAhead = 16;
+constexpr int kPrefetchStep = 4;
+
 struct Turn {
     double cosine = 1;
     double sine = 0;
@@ -59,11 +63,11 @@ namespace HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
+/// Which pixels of the source the result's columns from x on show; -1 outside.
 template <typename D>
-HWY_INLINE void TurnPixels(D doubles, const Turn& turn, double dy, int x, uint32_t* HWY_RESTRICT turned)
+HWY_INLINE hn::VFromD<hn::Rebind<int32_t, D>> PlacesOf(D doubles, const Turn& turn, double dy, int x)
 {
     const hn::Rebind<int32_t, D> integers;
-    const hn::Rebind<uint32_t, D> words;
     const auto set = [&](double value) HWY_ATTR { return hn::Set(doubles, value); };
     const auto half = set(0.5);
     const auto dx = hn::Sub(hn::PromoteTo(doubles, hn::Add(hn::Iota(integers, 0), hn::Set(integers, x))),
@@ -79,10 +83,30 @@ HWY_INLINE void TurnPixels(D doubles, const Turn& turn, double dy, int x, uint32
     const auto inColumns = hn::And(hn::Gt(column, before), hn::Lt(column, width));
     const auto inRows = hn::And(hn::Gt(row, before), hn::Lt(row, hn::Set(integers, turn.height)));
     const auto isInside = hn::And(inColumns, inRows);
-    const auto index = hn::IfThenElseZero(isInside, hn::Add(hn::Mul(row, width), column));
-    const auto pixel = hn::GatherIndex(words, turn.source, index);
-    const auto inside = hn::RebindMask(words, isInside);
-    hn::StoreU(hn::IfThenElse(inside, pixel, hn::Set(words, turn.fill)), words, turned + x);
+    return hn::IfThenElse(isInside, hn::Add(hn::Mul(row, width), column), before);
+}
+
+template <typename D>
+HWY_INLINE void TurnPixels(D doubles, const Turn& turn, double dy, int x, uint32_t* HWY_RESTRICT turned)
+{
+    const hn::Rebind<int32_t, D> integers;
+    const hn::Rebind<uint32_t, D> words;
+    const auto places = PlacesOf(doubles, turn, dy, x);
+    const auto isOutside = hn::RebindMask(words, hn::Lt(places, hn::Zero(integers)));
+    const auto pixels = hn::GatherIndex(words, turn.source, hn::Max(places, hn::Zero(integers)));
+    hn::StoreU(hn::IfThenElse(isOutside, hn::Set(words, turn.fill), pixels), words, turned + x);
+}
+
+/// Asks for what a row of the result will need. A line of the cache serves some rows, so that each of them may
+/// ask for other columns. Never called: a compiler drops calls that only fetch.
+HWY_INLINE void PrefetchRow(const Turn& turn, int begin, int end, double dy)
+{
+    for (int x = begin; x < end; x += kPrefetchStep) {
+        const auto column = static_cast<int>(turn.SourceX(x, dy));
+        const auto row = static_cast<int>(turn.SourceY(x, dy));
+        if (column >= 0 && column < turn.width && row >= 0 && row < turn.height)
+            __builtin_prefetch(turn.source + (ptrdiff_t{row} * turn.width + column));
+    }
 }
 
 /// Columns begin to end - 1 of the result's row y from the top.
@@ -96,6 +120,7 @@ void TurnRow(const Turn& shared, int y, int begin, int end, uint32_t* HWY_RESTRI
         std::fill(turned + begin, turned + end, turn.fill);
         return;
     }
+    PrefetchRow(turn, begin + y % kPrefetchStep, end, dy - kRowsAhead);
     int x = begin;
     for (; x + lanes <= end; x += lanes)
         TurnPixels(doubles, turn, dy, x, turned);

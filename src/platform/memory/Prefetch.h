@@ -10,7 +10,7 @@
 /// reaching past the end of a row is right as well; the processor's own prefetching stops at every page.
 inline constexpr size_t kPrefetchBytes = 2048;
 
-inline void Prefetch(const uint8_t* from, size_t bytes)
+HWY_INLINE void Prefetch(const uint8_t* from, size_t bytes)
 {
     constexpr size_t kCacheLine = 64;
     for (size_t at = 0; at < bytes; at += kCacheLine)
@@ -18,7 +18,7 @@ inline void Prefetch(const uint8_t* from, size_t bytes)
 }
 
 /// Asks for what comes kPrefetchBytes after `bytes` bytes that are being read.
-inline void PrefetchBehind(const uint8_t* from, size_t bytes)
+HWY_INLINE void PrefetchBehind(const uint8_t* from, size_t bytes)
 {
     Prefetch(from + kPrefetchBytes, bytes);
 }
