@@ -148,10 +148,11 @@ private:
     /// Notes a word to be looked at when it can take some of the bits.
     void Offer(int y, int word, uint64_t bits)
     {
+        bits &= ~Found(y, word);
         if (bits == 0)
             return;
         Match(y, word);
-        if ((bits & Open(y, word) & ~Found(y, word)) == 0)
+        if ((bits & Open(y, word)) == 0)
             return;
         const size_t index = BlockIndex(y, word);
         Block& block = m_blocks[index];

@@ -23,17 +23,15 @@ public:
         if (m_bits < width)
             return false;
         m_bits -= width;
-        if (m_held < width) {
-            // Whole bytes that fit behind the held bits; bits that do not fit are loaded again.
-            uint64_t word = 0;
-            std::memcpy(&word, m_next, sizeof word);
-            if constexpr (std::endian::native == std::endian::big)
-                word = __builtin_bswap64(word);
-            m_word |= word << m_held;
-            const uint32_t taken = (63 - m_held) / 8;
-            m_next += taken;
-            m_held += taken * 8;
-        }
+        // Whole bytes that fit behind the held bits, each time: no branch to guess. Bits that do not fit are
+        // loaded again.
+        uint64_t word = 0;
+        std::memcpy(&word, m_next, sizeof word);
+        if constexpr (std::endian::native == std::endian::big)
+            word = __builtin_bswap64(word);
+        m_word |= word << m_held;
+        m_next += (63 - m_held) / 8;
+        m_held |= 56;
         code = static_cast<uint32_t>(m_word) & ((1U << width) - 1);
         m_word >>= width;
         m_held -= width;
@@ -47,9 +45,10 @@ private:
     uint32_t m_held = 0; ///< valid bits of the word; those above are part of what is loaded again
 };
 
-/// A string of indices: where it stands and how long it is.
+/// A string of indices: where it stands, in what was decoded or, of a code below the clear code, in kSingles;
+/// and how long it is. Small, so that the table stays in the nearest cache.
 struct LzwString {
-    const uint8_t* begin = nullptr;
+    uint32_t begin = 0;
     uint32_t length = 0;
 };
 
@@ -62,16 +61,15 @@ constexpr auto kSingles = [] {
 }();
 
 /// Copies in steps of kCopyBytes; what is written beyond the string is overwritten later.
-void CopyString(const LzwString& string, uint8_t* to)
+void CopyString(const uint8_t* from, size_t length, uint8_t* to)
 {
-    const uint8_t* from = string.begin;
     size_t at = 0;
     do {
         uint8_t part[kCopyBytes];
         std::memcpy(part, from + at, kCopyBytes);
         std::memcpy(to + at, part, kCopyBytes);
         at += kCopyBytes;
-    } while (at < string.length);
+    } while (at < length);
 }
 
 } // namespace
@@ -79,14 +77,14 @@ void CopyString(const LzwString& string, uint8_t* to)
 std::optional<size_t> DecodeGifLzw(std::span<const uint8_t> codes, int minimumCodeSize, uint8_t* indices,
                                    size_t wanted)
 {
-    assert(minimumCodeSize >= kMinLzwCodeSize && minimumCodeSize <= kMaxLzwCodeSize);
+    assert(minimumCodeSize >= kMinLzwCodeSize && minimumCodeSize <= kMaxLzwCodeSize && wanted <= UINT32_MAX);
     const uint32_t clear = 1U << minimumCodeSize;
     const uint32_t end = clear + 1;
     const auto firstWidth = static_cast<uint32_t>(minimumCodeSize) + 1;
 
     std::array<LzwString, kTableSize> table;
     for (uint32_t code = 0; code < clear; ++code)
-        table[code] = {kSingles.data() + code, 1};
+        table[code] = {code, 1};
 
     CBitReader reader(codes);
     uint32_t width = firstWidth;
@@ -111,24 +109,26 @@ std::optional<size_t> DecodeGifLzw(std::span<const uint8_t> codes, int minimumCo
                 return std::nullopt;
             if (code >= next)
                 break;
-            *out = static_cast<uint8_t>(code);
-            previous = {out++, 1};
+            previous = {static_cast<uint32_t>(out - indices), 1};
+            *out++ = static_cast<uint8_t>(code);
             continue;
         }
         if (code > next)
             break;
+        const bool isNewest = code == next;
         if (next < kTableSize) {
             table[next] = {previous.begin, previous.length + 1};
             if (++next == 1U << width && width < kWidestCode)
                 ++width;
-        } else if (code == next) {
+        } else if (isNewest) {
             break;
         }
         const LzwString string = table[code];
-        CopyString(string, out);
+        CopyString((code < clear ? kSingles.data() : indices) + string.begin, string.length, out);
         // The newest entry ends with the sample that begins this very string.
-        out[string.length - 1] = string.begin[string.length - 1];
-        previous = {out, string.length};
+        if (isNewest)
+            out[string.length - 1] = out[0];
+        previous = {static_cast<uint32_t>(out - indices), string.length};
         out += string.length;
     }
     return static_cast<size_t>(std::min(out, outEnd) - indices);

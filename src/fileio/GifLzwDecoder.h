@@ -13,7 +13,7 @@ inline constexpr int kMaxLzwCodeSize = 11;
 /// Bytes behind the picture's indices that decoding may overwrite: the longest string and a vector.
 inline constexpr size_t kLzwSlack = 4096 + 64;
 /// Bytes behind the code stream that decoding may read.
-inline constexpr size_t kLzwInputSlack = 8;
+inline constexpr size_t kLzwInputSlack = 16;
 
 /// Decodes the variable-width LZW code of GIF pictures.
 /// codes: the joined sub-blocks, which kLzwInputSlack readable bytes follow.
