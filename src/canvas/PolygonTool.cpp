@@ -97,8 +97,7 @@ void CPolygonTool::InvalidateBand() const
     Rect touched;
     for (const Point& point : m_points)
         touched = touched.United(Rect::At(point, {1, 1}));
-    const int reach = View().Document().Services().settings.Get(Setting::PaintShapeWidth) / 2 + 1;
-    const Rect band = touched.United(Rect::At(m_pointer, {1, 1})).Inflated(reach);
+    const Rect band = touched.United(Rect::At(m_pointer, {1, 1})).Inflated(1);
     View().Invalidate(View().Geometry().Touched(band));
 }
 
@@ -110,7 +109,5 @@ void CPolygonTool::PaintFeedback(const BitmapView& target, const Rect& area) con
     for (const Point& point : m_points)
         band.push_back(View().Geometry().ToClient(point));
     band.push_back(View().Geometry().ToClient(m_pointer));
-    const CSettings& settings = View().Document().Services().settings;
-    const int width = settings.IsOn(Setting::FillInsideShape) ? 0 : settings.Get(Setting::PaintShapeWidth);
-    InvertBand(target, area, band, View().Geometry().ToCanvasLength(width));
+    InvertPolyline(target, area, band);
 }

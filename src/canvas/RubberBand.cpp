@@ -72,32 +72,6 @@ void InvertPolyline(const BitmapView& target, const Rect& area, std::span<const 
         inverter.AddLine(points[i - 1], points[i]);
 }
 
-void InvertBand(const BitmapView& target, const Rect& area, std::span<const Point> points, int width)
-{
-    if (width < 2) {
-        InvertPolyline(target, area, points);
-        return;
-    }
-    CInverter inverter(target, area);
-    for (size_t i = 1; i < points.size(); ++i) {
-        const Point from = points[i - 1];
-        const Point to = points[i];
-        const double dx = static_cast<double>(to.x) - from.x;
-        const double dy = static_cast<double>(to.y) - from.y;
-        const double length = std::hypot(dx, dy);
-        if (length == 0)
-            continue;
-        const int asideX = static_cast<int>(std::lround(-dy / length * width / 2));
-        const int asideY = static_cast<int>(std::lround(dx / length * width / 2));
-        for (const int side : {-1, 1}) {
-            const auto moved = [&](Point point) {
-                return Point{AddClamped(point.x, side * asideX), AddClamped(point.y, side * asideY)};
-            };
-            inverter.AddLine(moved(from), moved(to));
-        }
-    }
-}
-
 void InvertRectangle(const BitmapView& target, const Rect& area, const Rect& rect)
 {
     if (rect.IsEmpty())

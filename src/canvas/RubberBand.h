@@ -12,8 +12,6 @@
 
 /// The lines from point to point, both ends drawn.
 void InvertPolyline(const BitmapView& target, const Rect& area, std::span<const Point> points);
-/// Both edges of a line of that width, in client pixels, through the points; below 2 the line itself.
-void InvertBand(const BitmapView& target, const Rect& area, std::span<const Point> points, int width);
 /// The frame along the inner edge of the rectangle.
 void InvertRectangle(const BitmapView& target, const Rect& area, const Rect& rect);
 /// The ellipse inscribed in the rectangle.

@@ -74,30 +74,18 @@ Rect CShapeTool::Box() const
 
 void CShapeTool::InvalidateBand() const
 {
-    const int width = View().Document().Services().settings.Get(Setting::PaintShapeWidth);
-    const int reach = View().Geometry().ToCanvasLength(width) / 2 + 2;
+    constexpr int kReach = 2;
     const Rect box = View().Geometry().ToClient(Box());
     if (m_kind == ShapeKind::Rectangle)
-        View().InvalidateFrame(box, reach);
+        View().InvalidateFrame(box, kReach);
     else
-        View().Invalidate(box.Inflated(reach));
+        View().Invalidate(box.Inflated(kReach));
 }
 
 void CShapeTool::PaintFeedback(const BitmapView& target, const Rect& area) const
 {
     if (!m_drawing)
         return;
-    const ViewGeometry& geometry = View().Geometry();
-    const CSettings& settings = View().Document().Services().settings;
     const auto draw = m_kind == ShapeKind::Ellipse ? InvertEllipse : InvertRectangle;
-    const Rect box = geometry.ToClient(Box());
-    if (settings.IsOn(Setting::FillInsideShape)) {
-        draw(target, area, box);
-        return;
-    }
-    // Both edges of the outline, so that its width shows.
-    const int half = geometry.ToCanvasLength(settings.Get(Setting::PaintShapeWidth)) / 2;
-    draw(target, area, box.Inflated(half));
-    if (half > 0)
-        draw(target, area, box.Inflated(-half));
+    draw(target, area, View().Geometry().ToClient(Box()));
 }

@@ -51,6 +51,8 @@ public:
     // Commands
     [[nodiscard]] CommandContext Context();
     Outcome RunMenuCommand(CommandId id);
+    /// What comes before a command's dialog opens: a drag of the pointer ends, as before every command.
+    void FinishDrag() { View().FinishDrag(); }
     /// Gives the reason for a failure that the desktop program has no message for.
     Outcome Fail(std::string reason);
     [[nodiscard]] const std::string& FailureReason() const { return m_failureReason; }

@@ -11,7 +11,6 @@ TEST(RubberBand, DrawsConnectedLinesAndErasesThemWhenDrawnAgain)
 {
     constexpr Point kPolyline[] = {{3, 3}, {40, 9}, {-5, 30}, {3, 3}};
     constexpr Point kFar[] = {{INT32_MIN, INT32_MIN}, {INT32_MAX, INT32_MAX}};
-    constexpr Point kDistant[] = {{-1'000'000, -1'000'000}, {1'000'000, 1'000'000}};
     struct Row {
         const char* name;
         std::function<void(const BitmapView&, const Rect&)> draw;
@@ -20,8 +19,6 @@ TEST(RubberBand, DrawsConnectedLinesAndErasesThemWhenDrawnAgain)
     const Row cases[] = {
         {"polyline", [&](const BitmapView& t, const Rect& a) { InvertPolyline(t, a, kPolyline); }, {3, 3}},
         {"far line", [&](const BitmapView& t, const Rect& a) { InvertPolyline(t, a, kFar); }, {7, 7}},
-        {"band", [&](const BitmapView& t, const Rect& a) { InvertBand(t, a, kPolyline, 4); }, {3, 1}},
-        {"far band", [&](const BitmapView& t, const Rect& a) { InvertBand(t, a, kDistant, 3); }, {8, 6}},
         {"rectangle",
          [](const BitmapView& t, const Rect& a) {
              InvertRectangle(t, a, {2, 2, 20, 12});

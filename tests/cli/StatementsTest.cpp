@@ -71,6 +71,10 @@ TEST(Statements, PrintWhatTheyDid)
          "mirror vertically\nundo 2\nprint pixel 0 0\nprint history",
          "17 0 255 255\n16 32 48 255\nredo \"Redo Adjust red/green/blue\"\nredo \"Redo Mirror "
          "vertically\"\n"},
+        {"a dialog's command ends a drag",
+         "new 8 8\ntool erase\npress 1 1\ndrag 5 5\nblur 5\nrelease 6 3\npress 1 1\ndrag 5 5\nresize 9 9\n"
+         "print history",
+         "undo \"Undo erase\"\nundo \"Undo Blur\"\nundo \"Undo erase\"\nundo \"Undo Resize animation\"\n"},
         {"text inside the document only",
          "new 60 40\ntext 5 5 \"Ab\" size=12 smooth=0 vertical=1\ntext 60 5 Ab\ntext 5 5 \"\"\nget "
          "BannerSmooth\n"

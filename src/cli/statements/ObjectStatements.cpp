@@ -34,6 +34,7 @@ Outcome Resize(CSession& session, CArguments& arguments)
     const int height = arguments.Integer("H", heights.minimum, heights.maximum);
     if (!arguments.Finish())
         return Outcome::ScriptError;
+    session.FinishDrag();
     ResizeCanvas(session.Document(), {width, height});
     return Outcome::Done;
 }

@@ -103,6 +103,7 @@ Outcome Properties(CSession& session, CArguments& arguments)
     const std::vector<Entry> entries = TakeEntries(arguments, object.Get());
     if (!arguments.Finish())
         return Outcome::ScriptError;
+    session.FinishDrag();
     if (!isChosen)
         object = CPropertiesSession::Target(document);
     if (!object)

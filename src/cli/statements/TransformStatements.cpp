@@ -34,6 +34,7 @@ Outcome RunTransform(CSession& session, CArguments& arguments, const TransformRo
         values.push_back(arguments.Integer(NameOf(parameter), parameter.minimum, parameter.maximum));
     if (!arguments.Finish())
         return Outcome::ScriptError;
+    session.FinishDrag();
     if (RequireTransformTargets(session.Document()))
         CTransformSession(session.Document(), transform).Ok(values);
     return Outcome::Done;
