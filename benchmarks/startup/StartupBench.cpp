@@ -55,6 +55,13 @@ std::chrono::duration<double> Since(Clock::time_point start)
     return Clock::now() - start;
 }
 
+/// Each start is the first one: what was left unsaved before is not offered again.
+void ForgetState(const std::filesystem::path& folder)
+{
+    std::filesystem::remove_all(folder);
+    setenv("XDG_STATE_HOME", folder.c_str(), 1);
+}
+
 void Start(benchmark::State& state, const Program& program, const std::filesystem::path& picture)
 {
     const CScreenWatch screen;
@@ -65,6 +72,7 @@ void Start(benchmark::State& state, const Program& program, const std::filesyste
     std::vector<std::string> words = program.words;
     words.push_back(picture.string());
     for ([[maybe_unused]] auto iteration : state) {
+        ForgetState(picture.parent_path() / "state");
         const Clock::time_point start = Clock::now();
         CStartedProgram started(words);
         double firstWindow = 0;
