@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace {
@@ -92,13 +94,68 @@ void BenchMessages(benchmark::State& state)
     std::filesystem::remove_all(parent, ignored);
 }
 
-/// The first mouse messages after the whole picture has changed, before the journal could take it down: the
-/// pointer goes from corner to corner in one move. What the slowest of `kRounds` rounds take.
+/// What the program's thread has to do at once, and its steps of idle work between that.
+class CEventTimes {
+public:
+    explicit CEventTimes(CJournal* journal) : m_journal(journal) {}
+
+    /// An event as it comes from the person at the program, and the idle time behind it.
+    template <typename Event> void Measure(const char* name, const Event& event)
+    {
+        Take(name, event);
+        if (m_journal == nullptr)
+            return;
+        Take("idle step", [this] {
+            m_journal->Note();
+            m_journal->Work(std::chrono::milliseconds(2));
+        });
+    }
+    void Report(benchmark::State& state)
+    {
+        for (auto& [name, times] : m_times) {
+            for (auto& [unit, values] : times) {
+                std::ranges::sort(values);
+                state.counters[name + unit + " median"] = values[values.size() / 2];
+                state.counters[name + unit + " worst"] = values.back();
+            }
+        }
+    }
+
+private:
+    template <typename Event> void Take(const char* name, const Event& event)
+    {
+        const double begin = Milliseconds();
+        const double wallBegin = WallMilliseconds();
+        event();
+        m_times[name][" cpu ms"].push_back(Milliseconds() - begin);
+        m_times[name][" wall ms"].push_back(WallMilliseconds() - wallBegin);
+    }
+
+    CJournal* m_journal;
+    std::map<std::string, std::map<std::string, std::vector<double>>> m_times;
+};
+
+enum class Afterwards : int64_t { Pencil, Rectangle, FloodFill, Undo };
+
+/// The pointer goes from corner to corner in one move.
+void DragAcross(OpenPicture& open, ToolMode tool, CEventTimes& times)
+{
+    const Size size = open.document.Canvas().Size();
+    MouseInput input{open.view.Geometry().ToClient(Point{0, 0}), MouseButton::Left};
+    open.view.SetMode(tool);
+    times.Measure("press", [&] { open.view.Press(input); });
+    input.client = open.view.Geometry().ToClient(Point{size.width - 1, size.height - 1});
+    times.Measure("move", [&] { open.view.Move(input); });
+    times.Measure("release", [&] { open.view.Release(input); });
+}
+
+/// The first events after the whole picture has changed, before the journal could take it down: the median
+/// and the worst of `kRounds` rounds.
 void BenchAfterFilter(benchmark::State& state)
 {
     const bool hasJournal = state.range(0) != 0;
-    const auto tool = static_cast<ToolMode>(state.range(1));
-    constexpr int kRounds = 15;
+    const auto afterwards = static_cast<Afterwards>(state.range(1));
+    constexpr int kRounds = 30;
     const std::filesystem::path parent = std::filesystem::temp_directory_path() / "pixolune-bench-journal";
     for ([[maybe_unused]] auto iteration : state) {
         OpenPicture open(12);
@@ -108,45 +165,22 @@ void BenchAfterFilter(benchmark::State& state)
         const auto journal = hasJournal ? CJournal::Create(parent) : nullptr;
         if (journal)
             journal->Begin(open.document);
-        std::vector<double> waits;
-        std::vector<double> worked;
-        const auto measure = [&](const auto& message) {
-            const double begin = Milliseconds();
-            const double wallBegin = WallMilliseconds();
-            message();
-            worked.push_back(Milliseconds() - begin);
-            waits.push_back(WallMilliseconds() - wallBegin);
-            if (journal) {
-                journal->Note();
-                journal->Work(std::chrono::milliseconds(2));
-            }
-        };
+        CEventTimes times(journal.get());
         for (int round = 0; round < kRounds; ++round) {
             if (journal) {
                 journal->Finish();
                 journal->WaitUntilWritten();
             }
             open.Invert();
-            const Size size = open.document.Canvas().Size();
-            MouseInput input{open.view.Geometry().ToClient(Point{0, 0}), MouseButton::Left};
-            open.view.SetMode(tool);
-            measure([&] { open.view.Press(input); });
-            input.client = open.view.Geometry().ToClient(Point{size.width - 1, size.height - 1});
-            measure([&] { open.view.Move(input); });
-            measure([&] { open.view.Release(input); });
-        }
-        for (auto* times : {&waits, &worked}) {
-            std::vector<double> byMessage[3];
-            for (size_t i = 0; i < times->size(); ++i)
-                byMessage[i % 3].push_back((*times)[i]);
-            constexpr const char* kNames[] = {"press", "move", "release"};
-            const std::string unit = times == &waits ? " wall ms" : " cpu ms";
-            for (size_t i = 0; i < 3; ++i) {
-                std::ranges::sort(byMessage[i]);
-                state.counters[std::string(kNames[i]) + unit + " median"] = byMessage[i][kRounds / 2];
-                state.counters[std::string(kNames[i]) + unit + " worst"] = byMessage[i].back();
+            if (afterwards == Afterwards::Undo) {
+                times.Measure("undo", [&] { open.document.Undo(); });
+                times.Measure("redo", [&] { open.document.Redo(); });
+                continue;
             }
+            constexpr ToolMode kTools[] = {ToolMode::Pencil, ToolMode::Rectangle, ToolMode::FloodFill};
+            DragAcross(open, kTools[static_cast<size_t>(afterwards)], times);
         }
+        times.Report(state);
     }
     std::error_code ignored;
     std::filesystem::remove_all(parent, ignored);
@@ -158,10 +192,11 @@ const bool kRegistered = [] {
             ->Arg(static_cast<int64_t>(journals))
             ->Iterations(1)
             ->Unit(benchmark::kMillisecond);
-    for (const ToolMode tool : {ToolMode::Pencil, ToolMode::Rectangle, ToolMode::FloodFill})
+    for (const Afterwards afterwards :
+         {Afterwards::Pencil, Afterwards::Rectangle, Afterwards::FloodFill, Afterwards::Undo})
         for (const int64_t hasJournal : {0, 1})
             benchmark::RegisterBenchmark("journal/after-filter/12MP/ours/t1", BenchAfterFilter)
-                ->Args({hasJournal, static_cast<int64_t>(tool)})
+                ->Args({hasJournal, static_cast<int64_t>(afterwards)})
                 ->Iterations(1)
                 ->Unit(benchmark::kMillisecond);
     return true;
