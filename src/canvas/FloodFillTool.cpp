@@ -71,18 +71,19 @@ bool CFloodFillTool::FillColour(const Ref<CPicObject>& object, Point point, cons
     CPixoluneDoc& document = View().Document();
     const CSettings& settings = document.Services().settings;
     CRegion clip = View().Selection();
-    CPackedDib& dib = object->image->MutableDib();
-    CPackedDib old = dib.Duplicate();
+    object->image->SetPainter(nullptr);
+    // A copy is painted, so that who still reads the picture need not make another.
+    CPackedDib filled = object->image->Dib().Duplicate();
     const Point toObject = ToObject(*object, {0, 0});
-    if (old.IsEmpty() || !clip.Translate(toObject.x, toObject.y))
+    if (filled.IsEmpty() || !clip.Translate(toObject.x, toObject.y))
         return false;
     const FillSeed seed{object->image->PixelAt(point.x, point.y), settings.Get(Setting::FloodSimilarity)};
     if (!settings.IsOn(Setting::FloodAdjacentArea))
-        FillEverywhere(dib, seed, paint, clip);
-    else if (!FillConnected(dib, seed, paint, point, clip))
+        FillEverywhere(filled, seed, paint, clip);
+    else if (!FillConnected(filled, seed, paint, point, clip))
         return false;
-    old.TakeWrittenText(dib);
-    document.Record(std::make_unique<CPaintCommand>(PaintKind::Flood, object->image, std::move(old)));
+    document.Record(std::make_unique<CPaintCommand>(PaintKind::Flood, object->image,
+                                                    object->image->Exchange(std::move(filled))));
     document.NotifyObjectsChanged();
     document.NotifyFrameChanged(object->Rectangle());
     return true;

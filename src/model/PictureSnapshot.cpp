@@ -47,8 +47,9 @@ private:
 };
 
 CPictureSnapshot::CPictureSnapshot(Ref<CRasterImage> image, size_t mostAtOnce)
-    : m_image(std::move(image)), m_size{m_image->Width(), m_image->Height()}, m_mostAtOnce(mostAtOnce),
-      m_columns(DivideUp(m_size.width, kTileWidth)),
+    : m_image(std::move(image)),
+      m_picture(m_image->m_dib.Share()), m_size{m_image->Width(), m_image->Height()},
+      m_mostAtOnce(mostAtOnce), m_columns(DivideUp(m_size.width, kTileWidth)),
       m_tiles(static_cast<size_t>(m_columns) * static_cast<size_t>(DivideUp(m_size.height, kTileHeight))),
       m_row(static_cast<size_t>(m_size.width))
 {
@@ -84,11 +85,13 @@ bool CPictureSnapshot::Lacks(int column, int row) const
            Index(column, row) < m_tiles.size() && m_tiles[Index(column, row)].pixels == nullptr;
 }
 
-void CPictureSnapshot::CopyTiles(std::span<CPictureSnapshot* const> snapshots, const ConstBitmapView& picture,
+void CPictureSnapshot::CopyTiles(std::span<CPictureSnapshot* const> snapshots, const CPackedDib& picture,
                                  const Rect& rect)
 {
     Rect all;
     for (CPictureSnapshot* snapshot : snapshots) {
+        if (!snapshot->Reads(picture))
+            continue;
         const Rect tiles = snapshot->Touched(rect);
         if (snapshot->IsTooMuch(tiles))
             snapshot->m_isIntact = false;
@@ -98,7 +101,9 @@ void CPictureSnapshot::CopyTiles(std::span<CPictureSnapshot* const> snapshots, c
     const auto forEachLacking = [&](auto visit) {
         for (int row = all.top; row < all.bottom; ++row) {
             for (int column = all.left; column < all.right; ++column) {
-                const auto lacks = [&](const CPictureSnapshot* each) { return each->Lacks(column, row); };
+                const auto lacks = [&](const CPictureSnapshot* each) {
+                    return each->Reads(picture) && each->Lacks(column, row);
+                };
                 if (std::ranges::any_of(snapshots, lacks))
                     visit(column, row, lacks);
             }
@@ -110,10 +115,11 @@ void CPictureSnapshot::CopyTiles(std::span<CPictureSnapshot* const> snapshots, c
         return;
     const Ref<CTiles> copies(new (std::nothrow) CTiles(count));
     const bool hasMemory = copies && copies->HasMemory();
+    const ConstBitmapView pixels = ViewOf(picture);
     forEachLacking([&](int column, int row, const auto& lacks) {
         // Who lacks a tile has seen no change of it, so one copy is right for all of them.
         const uint32_t* const copy =
-            hasMemory ? copies->Copy(picture, {column * kTileWidth, row * kTileHeight}) : nullptr;
+            hasMemory ? copies->Copy(pixels, {column * kTileWidth, row * kTileHeight}) : nullptr;
         for (CPictureSnapshot* snapshot : snapshots) {
             if (!lacks(snapshot))
                 continue;
@@ -152,19 +158,15 @@ void CPictureSnapshot::ForEachCopied(
 
 const uint32_t* CPictureSnapshot::Row(int y)
 {
-    // What has been copied is put over the picture's row, which may be another picture's once all has been.
-    const CPackedDib& shown = m_image->Dib();
-    const auto* row = m_image->Height() == m_size.height && m_image->Width() == m_size.width
-                          ? reinterpret_cast<const uint32_t*>(shown.Row(y))
-                          : nullptr;
+    const auto* row = reinterpret_cast<const uint32_t*>(m_picture.Row(y));
     if (!m_hasTiles)
         return row;
     size_t copied = 0;
     ForEachCopied(y, [&](int, std::span<const uint32_t> pixels) { copied += pixels.size(); });
     if (copied == 0)
         return row;
-    if (copied < m_row.size() && row != nullptr) {
-        // The stretches that are the picture's own.
+    if (copied < m_row.size()) {
+        // The stretches in which the picture is as it was.
         int x = 0;
         const auto take = [&](int to) {
             std::memcpy(m_row.data() + x, row + x, static_cast<size_t>(to - x) * kPixelBytes);

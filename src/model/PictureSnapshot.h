@@ -12,8 +12,9 @@
 
 class CRasterImage;
 
-/// A picture as it was when this was made. It costs nothing as long as the picture stays like that: tiles are
-/// copied just before they change, once for all snapshots that have not got them.
+/// A picture as it was when this was made. It shares the picture's memory, so that it costs nothing when the
+/// record comes to show another picture; where that memory is painted into, tiles are copied just before they
+/// change, once for all snapshots that have not got them.
 class CPictureSnapshot {
 public:
     static constexpr int kTileWidth = 64;
@@ -27,6 +28,11 @@ public:
 
     [[nodiscard]] const Ref<CRasterImage>& Image() const { return m_image; }
     [[nodiscard]] Size PictureSize() const { return m_size; }
+    /// Whether it would read the pixels of `picture`.
+    [[nodiscard]] bool Reads(const CPackedDib& picture) const
+    {
+        return picture.Block().data() == m_picture.Block().data();
+    }
     /// False once a tile has changed that was not copied: memory ran out, or there was too much at once.
     [[nodiscard]] bool IsIntact() const { return m_isIntact; }
     /// Whether tiles have been copied.
@@ -39,8 +45,9 @@ public:
     /// Calls visit(x, pixels) from left to right for the stretches of row y that have been copied.
     void ForEachCopied(int y, const std::function<void(int x, std::span<const uint32_t> pixels)>& visit);
 
-    /// A rectangle of a picture is about to change: gives its tiles to the snapshots that need them.
-    static void CopyTiles(std::span<CPictureSnapshot* const> snapshots, const ConstBitmapView& picture,
+    /// A rectangle of a picture is about to change: gives its tiles to those of the snapshots that read the
+    /// picture and need them.
+    static void CopyTiles(std::span<CPictureSnapshot* const> snapshots, const CPackedDib& picture,
                           const Rect& rect);
 
 private:
@@ -60,6 +67,7 @@ private:
     [[nodiscard]] bool Lacks(int column, int row) const;
 
     Ref<CRasterImage> m_image;
+    const CPackedDib m_picture;
     Size m_size;
     size_t m_mostAtOnce;
     int m_columns;

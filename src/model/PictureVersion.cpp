@@ -49,6 +49,9 @@ bool CPictureVersion::SkipUnusedBases()
     while (m_form == Form::Changed && m_base->ReferenceCount() == 1 && m_base->m_form != Form::Shown) {
         const Ref<CPictureVersion> unused = m_base;
         if (unused->m_form == Form::Whole) {
+            // Somebody still reads it as it is; another time.
+            if (unused->m_picture.IsShared())
+                return false;
             m_picture = std::move(unused->m_picture);
             m_changes.Apply(m_picture);
             m_changes = {};

@@ -43,7 +43,8 @@ public:
     void SetTidy() { m_isTidy = true; }
     /// Keeps a whole version as changes from its base from now on. They must be those.
     void BecomeChanged(CPixelChanges changes);
-    /// Takes the place of bases that nothing else needs. False when memory runs out; it is as it was then.
+    /// Takes the place of bases that nothing else needs. False when memory runs out or a snapshot reads such
+    /// a base; it is as it was then.
     bool SkipUnusedBases();
 
 private:

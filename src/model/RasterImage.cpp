@@ -3,6 +3,7 @@
 
 #include "model/PictureSnapshot.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cassert>
 #include <cstring>
@@ -16,13 +17,24 @@ uint32_t CRasterImage::PixelAt(int x, int y) const
     return pixel;
 }
 
-void CRasterImage::AnnounceChange(const Rect& rect)
+void CRasterImage::NoteChange(int top, int bottom)
 {
     m_contentId = NewContentId();
     m_isSettled = false;
-    m_alphas.Forget(rect.top, rect.bottom);
+    m_alphas.Forget(top, bottom);
+}
+
+void CRasterImage::AnnounceChange(const Rect& rect)
+{
+    NoteChange(rect.top, rect.bottom);
     if (!m_snapshots.empty() && !m_dib.IsEmpty())
-        CPictureSnapshot::CopyTiles(m_snapshots, ViewOf(std::as_const(m_dib)), rect);
+        CPictureSnapshot::CopyTiles(m_snapshots, m_dib, rect);
+}
+
+void CRasterImage::BeginExchange()
+{
+    SetPainter(nullptr);
+    NoteChange(0, Height());
 }
 
 uint64_t CRasterImage::NewContentId()
@@ -67,6 +79,22 @@ Ref<CPictureVersion> CRasterImage::Keep(CPixelChanges changes)
     return version;
 }
 
+void CRasterImage::KeepForSnapshots(const CPixelChanges& changes)
+{
+    const auto reads = [this](const CPictureSnapshot* snapshot) { return snapshot->Reads(m_dib); };
+    if (std::ranges::none_of(m_snapshots, reads))
+        return;
+    const auto width = static_cast<size_t>(Width());
+    changes.ForEachRun([&](size_t first, size_t words) {
+        const int top = Height() - 1 - static_cast<int>((first + words - 1) / width);
+        const int bottom = Height() - static_cast<int>(first / width);
+        const bool isInOneRow = bottom - top == 1;
+        const int left = isInOneRow ? static_cast<int>(first % width) : 0;
+        const int right = isInOneRow ? left + static_cast<int>(words) : Width();
+        CPictureSnapshot::CopyTiles(m_snapshots, m_dib, {left, top, right, bottom});
+    });
+}
+
 Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version,
                                         std::optional<CChangedTiles>* touched)
 {
@@ -77,7 +105,8 @@ Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version,
         way.push_back(way.back()->m_base);
     Ref<CPictureVersion> shown = way.back();
     way.pop_back();
-    CPackedDib& pixels = MutableDib();
+    BeginExchange();
+    CPackedDib& pixels = m_dib;
     CChangedTiles* tiles = nullptr;
     if (touched != nullptr && shown == old && BitCount() == 32)
         tiles = &touched->emplace(pixels.Size());
@@ -95,6 +124,7 @@ Ref<CPictureVersion> CRasterImage::Show(const Ref<CPictureVersion>& version,
     for (; !way.empty(); way.pop_back()) {
         // The changes take the pixels from one to the other, and belong to the other from then on.
         const Ref<CPictureVersion> next = way.back();
+        KeepForSnapshots(next->m_changes);
         next->m_changes.Apply(pixels, tiles);
         shown->m_changes = std::exchange(next->m_changes, {});
         shown->m_form = Form::Changed;

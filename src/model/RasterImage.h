@@ -73,11 +73,16 @@ public:
     }
 
     /// Takes over a picture, which may be empty, and frees the one held until now.
-    void Attach(CPackedDib dib) { MutableDib() = std::move(dib); }
+    void Attach(CPackedDib dib)
+    {
+        BeginExchange();
+        m_dib = std::move(dib);
+    }
     /// Takes over a picture and hands out the one held until now.
     [[nodiscard]] CPackedDib Exchange(CPackedDib dib)
     {
-        std::swap(MutableDib(), dib);
+        BeginExchange();
+        std::swap(m_dib, dib);
         return dib;
     }
 
@@ -110,6 +115,12 @@ private:
 
     [[nodiscard]] static uint64_t NewContentId();
     [[nodiscard]] Ref<CPictureVersion> BeginVersion();
+    /// The record is about to have another picture. Snapshots keep the one that it has now.
+    void BeginExchange();
+    /// Notes that the picture will be another one between two rows.
+    void NoteChange(int top, int bottom);
+    /// The changes are about to be applied to the pixels.
+    void KeepForSnapshots(const CPixelChanges& changes);
 
     CPackedDib m_dib;
     uint64_t m_contentId = NewContentId();

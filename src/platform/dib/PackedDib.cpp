@@ -90,6 +90,14 @@ CPackedDib CPackedDib::Duplicate() const
     return copy;
 }
 
+CPackedDib CPackedDib::Share()
+{
+    CPackedDib other;
+    other.m_block = m_block.Share();
+    other.m_bitsOffset = m_bitsOffset;
+    return other;
+}
+
 std::span<const uint32_t> CPackedDib::Masks() const
 {
     if (Header().compression != static_cast<uint32_t>(DibCompression::BitFields))

@@ -74,14 +74,16 @@ public:
 
     /// Byte for byte the same; empty when memory runs out.
     [[nodiscard]] CPackedDib Duplicate() const;
+    /// The same memory once more, without the text: it stays as long as one of them does, and whoever paints
+    /// into one paints into both.
+    [[nodiscard]] CPackedDib Share();
+    [[nodiscard]] bool IsShared() const { return m_block.IsShared(); }
 
     /// The text that the picture shows, as long as it shows that and nothing else; none for other pictures.
     /// It goes with the picture that is moved, copies do without it, and who paints into the picture takes it
     /// away.
     [[nodiscard]] const std::shared_ptr<const TextStyle>& WrittenText() const { return m_writtenText; }
     void SetWrittenText(std::shared_ptr<const TextStyle> text) { m_writtenText = std::move(text); }
-    /// For a copy that is kept of a picture before that is painted.
-    void TakeWrittenText(CPackedDib& from) { m_writtenText = std::exchange(from.m_writtenText, nullptr); }
 
     [[nodiscard]] bool IsEmpty() const { return m_block.IsEmpty(); }
     explicit operator bool() const { return !IsEmpty(); }

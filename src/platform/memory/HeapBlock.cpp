@@ -117,7 +117,7 @@ CHeapBlock::~CHeapBlock()
 }
 
 CHeapBlock::CHeapBlock(CHeapBlock&& other) noexcept
-    : m_allocation(std::exchange(other.m_allocation, nullptr)),
+    : m_keeper(std::move(other.m_keeper)), m_allocation(std::exchange(other.m_allocation, nullptr)),
       m_allocated(std::exchange(other.m_allocated, 0)), m_data(std::exchange(other.m_data, nullptr)),
       m_size(std::exchange(other.m_size, 0))
 {
@@ -125,6 +125,7 @@ CHeapBlock::CHeapBlock(CHeapBlock&& other) noexcept
 
 CHeapBlock& CHeapBlock::operator=(CHeapBlock&& other) noexcept
 {
+    std::swap(m_keeper, other.m_keeper);
     std::swap(m_allocation, other.m_allocation);
     std::swap(m_allocated, other.m_allocated);
     std::swap(m_data, other.m_data);
@@ -154,6 +155,20 @@ CHeapBlock CHeapBlock::Allocate(size_t bytes, size_t alignedOffset, BlockContent
     block.m_data = static_cast<uint8_t*>(block.m_allocation) + shift;
     block.m_size = bytes;
     return block;
+}
+
+CHeapBlock CHeapBlock::Share()
+{
+    if (!m_keeper && !IsEmpty()) {
+        m_keeper = std::make_shared<CHeapBlock>();
+        std::swap(m_keeper->m_allocation, m_allocation);
+        std::swap(m_keeper->m_allocated, m_allocated);
+    }
+    CHeapBlock other;
+    other.m_keeper = m_keeper;
+    other.m_data = m_data;
+    other.m_size = m_size;
+    return other;
 }
 
 bool DropSpareBlock()

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 /// What a new block holds.
@@ -11,7 +12,7 @@ enum class BlockContent {
     Undefined, ///< for who writes every byte: filling first would be another pass over the memory
 };
 
-/// One heap block that its holder owns alone. Asking for memory can fail: the result is
+/// One heap block that its holder owns alone, unless it shares it. Asking for memory can fail: the result is
 /// then empty, and nothing is thrown. One freed block of up to 128 MiB is kept for the next one.
 class CHeapBlock {
 public:
@@ -26,6 +27,11 @@ public:
     /// vector loads of what begins there do not cross cache lines. Empty when memory runs out.
     [[nodiscard]] static CHeapBlock Allocate(size_t bytes, size_t alignedOffset = 0,
                                              BlockContent content = BlockContent::Zeroes);
+    /// Another holder of the same bytes, which are freed with the last one. Whoever changes them changes them
+    /// for all.
+    [[nodiscard]] CHeapBlock Share();
+    /// Whether there is another holder.
+    [[nodiscard]] bool IsShared() const { return m_keeper.use_count() > 1; }
 
     [[nodiscard]] bool IsEmpty() const { return m_data == nullptr; }
     [[nodiscard]] uint8_t* Data() { return m_data; }
@@ -35,6 +41,7 @@ public:
     [[nodiscard]] std::span<const uint8_t> Bytes() const { return {m_data, m_size}; }
 
 private:
+    std::shared_ptr<CHeapBlock> m_keeper; ///< has the allocation once it has been shared
     void* m_allocation = nullptr;
     size_t m_allocated = 0;
     uint8_t* m_data = nullptr;
