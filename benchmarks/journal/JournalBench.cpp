@@ -9,6 +9,7 @@
 #include <ctime>
 #include <map>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -137,16 +138,16 @@ private:
 
 enum class Afterwards : int64_t { Pencil, Rectangle, FloodFill, Undo };
 
-/// The pointer goes from corner to corner in one move.
-void DragAcross(OpenPicture& open, ToolMode tool, CEventTimes& times)
+/// The pointer goes from corner to corner in one move. measure(name, event) takes each event of the mouse.
+template <typename Measure> void DragAcross(OpenPicture& open, ToolMode tool, const Measure& measure)
 {
     const Size size = open.document.Canvas().Size();
     MouseInput input{open.view.Geometry().ToClient(Point{0, 0}), MouseButton::Left};
     open.view.SetMode(tool);
-    times.Measure("press", [&] { open.view.Press(input); });
+    measure("press", [&] { open.view.Press(input); });
     input.client = open.view.Geometry().ToClient(Point{size.width - 1, size.height - 1});
-    times.Measure("move", [&] { open.view.Move(input); });
-    times.Measure("release", [&] { open.view.Release(input); });
+    measure("move", [&] { open.view.Move(input); });
+    measure("release", [&] { open.view.Release(input); });
 }
 
 /// The first events after the whole picture has changed, before the journal could take it down: the median
@@ -178,12 +179,77 @@ void BenchAfterFilter(benchmark::State& state)
                 continue;
             }
             constexpr ToolMode kTools[] = {ToolMode::Pencil, ToolMode::Rectangle, ToolMode::FloodFill};
-            DragAcross(open, kTools[static_cast<size_t>(afterwards)], times);
+            DragAcross(open, kTools[static_cast<size_t>(afterwards)],
+                       [&](const char* name, const auto& event) { times.Measure(name, event); });
         }
         times.Report(state);
     }
     std::error_code ignored;
     std::filesystem::remove_all(parent, ignored);
+}
+
+enum class Noted : int64_t { Strokes, Filters, FloodFills, UndoAndRedo };
+
+/// How long it takes until what has been done is on the disk, from its end, with steps of idle work as the
+/// window does them. isWrittenAnew: while the history's five whole pictures are written anew, again and
+/// again.
+void BenchUntilOnDisk(benchmark::State& state)
+{
+    const auto noted = static_cast<Noted>(state.range(0));
+    const bool isWrittenAnew = state.range(1) != 0;
+    constexpr int kRounds = 30;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "pixolune-bench-journal";
+    for ([[maybe_unused]] auto iteration : state) {
+        std::filesystem::create_directories(folder);
+        OpenPicture open(12);
+        const bool isWhole = noted == Noted::Filters || noted == Noted::FloodFills;
+        open.settings.Set(Setting::UndoMaxTimes, isWhole ? 5 : 50);
+        CJournalWriter writer;
+        const auto target = writer.Open(folder / "1.journal");
+        CDocumentJournal journal(open.document, writer, target);
+        for (int filter = 0; filter < 5; ++filter)
+            open.Invert();
+        journal.Finish();
+        writer.Drain();
+        std::mt19937 random(1);
+        const auto act = [&](int round) {
+            if (noted == Noted::Strokes)
+                open.Stroke(random);
+            else if (noted == Noted::Filters)
+                open.Invert();
+            else if (noted == Noted::FloodFills)
+                DragAcross(open, ToolMode::FloodFill, [](const char*, const auto& event) { event(); });
+            else
+                round % 2 == 0 ? open.document.Undo() : open.document.Redo();
+        };
+        std::vector<double> times;
+        std::vector<double> steps;
+        const auto step = [&] {
+            const double begin = WallMilliseconds();
+            journal.Flush();
+            journal.Work(std::chrono::steady_clock::now() + std::chrono::milliseconds(2));
+            steps.push_back(WallMilliseconds() - begin);
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        };
+        for (int round = 0; round < kRounds; ++round) {
+            if (isWrittenAnew && round % 5 == 0)
+                journal.Rewrite();
+            for (int pause = 0; isWrittenAnew && pause < 20; ++pause)
+                step();
+            act(round);
+            const double end = WallMilliseconds();
+            do {
+                step();
+            } while (!journal.IsOnDisk());
+            times.push_back(WallMilliseconds() - end);
+        }
+        std::ranges::sort(times);
+        state.counters["on disk ms median"] = times[times.size() / 2];
+        state.counters["on disk ms worst"] = times.back();
+        state.counters["step wall ms worst"] = *std::ranges::max_element(steps);
+    }
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
 }
 
 const bool kRegistered = [] {
@@ -197,6 +263,12 @@ const bool kRegistered = [] {
         for (const int64_t hasJournal : {0, 1})
             benchmark::RegisterBenchmark("journal/after-filter/12MP/ours/t1", BenchAfterFilter)
                 ->Args({hasJournal, static_cast<int64_t>(afterwards)})
+                ->Iterations(1)
+                ->Unit(benchmark::kMillisecond);
+    for (const Noted noted : {Noted::Strokes, Noted::Filters, Noted::FloodFills, Noted::UndoAndRedo})
+        for (const int64_t isWrittenAnew : {0, 1})
+            benchmark::RegisterBenchmark("journal/until-on-disk/12MP/ours/t1", BenchUntilOnDisk)
+                ->Args({static_cast<int64_t>(noted), isWrittenAnew})
                 ->Iterations(1)
                 ->Unit(benchmark::kMillisecond);
     return true;

@@ -47,8 +47,13 @@ bool RunCommand(CommandContext& context, CommandId id)
     const CommandRow& row = FindCommand(id);
     // A drag ends before anything else is done. Looking from elsewhere does not disturb it, and another tool
     // gives it up.
-    if (context.view != nullptr && !row.menu.starts_with("View") && !row.menu.starts_with("Tools"))
-        context.view->FinishDrag();
+    if (!row.menu.starts_with("View") && !row.menu.starts_with("Tools")) {
+        if (context.view != nullptr)
+            context.view->FinishDrag();
+        // What has been done until now does not wait for a dialog to be closed.
+        if (CJournal* journal = context.app.Journal())
+            journal->Note();
+    }
     return row.run(context);
 }
 

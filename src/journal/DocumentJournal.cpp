@@ -13,6 +13,9 @@ namespace {
 /// More would only fill the memory while the disk is busy.
 constexpr size_t kMostWaitingBytes = size_t{64} << 20;
 
+/// Of what is told anew; enough for the thread not to run dry between two steps.
+constexpr size_t kMostWaitingAnew = size_t{8} << 20;
+
 /// More is not copied at once for the sake of a new file: whoever works would notice.
 constexpr size_t kMostEarlyBytes = size_t{2} << 20;
 
@@ -438,18 +441,21 @@ void CDocumentJournal::AbandonRewrite()
     std::erase_if(m_entries, [](const Entry& entry) { return entry.isAnew; });
 }
 
-bool CDocumentJournal::CanHandEntry() const
+bool CDocumentJournal::HasEntry() const
 {
     return !m_isDistrusted && !m_entries.empty() &&
            (m_entries.front().isComplete || !m_entries.front().captures.empty());
 }
 
-void CDocumentJournal::Step()
+bool CDocumentJournal::Step()
 {
-    if (CanHandEntry())
+    if (HasEntry() && m_writer.WaitingBytes(JournalCopy::Current) <= kMostWaitingBytes)
         HandEntry();
-    else
+    else if (!HasEntry() && m_rewrite && m_writer.WaitingBytes(JournalCopy::Anew) <= kMostWaitingAnew)
         HandAnew();
+    else
+        return false;
+    return true;
 }
 
 bool CDocumentJournal::HandCapture(Entry& entry, CEntrySink& sink)
@@ -521,21 +527,26 @@ void CDocumentJournal::HandAnew()
 bool CDocumentJournal::Work(std::chrono::steady_clock::time_point end)
 {
     while (HasWork()) {
-        if (m_writer.WaitingBytes() > kMostWaitingBytes)
-            return true;
-        Guard([this] { Step(); });
-        if (std::chrono::steady_clock::now() >= end)
+        bool isFull = false;
+        Guard([&] { isFull = !Step(); });
+        if (isFull || std::chrono::steady_clock::now() >= end)
             return true;
     }
     return false;
+}
+
+bool CDocumentJournal::IsOnDisk() const
+{
+    return m_target->HasAllEntries() && std::ranges::all_of(m_entries, &Entry::isAnew);
 }
 
 void CDocumentJournal::Finish()
 {
     Flush();
     while (HasWork()) {
-        if (m_writer.WaitingBytes() > kMostWaitingBytes)
+        bool isFull = false;
+        Guard([&] { isFull = !Step(); });
+        if (isFull)
             m_writer.Drain();
-        Guard([this] { Step(); });
     }
 }

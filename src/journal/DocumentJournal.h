@@ -43,6 +43,8 @@ public:
     bool Flush();
     /// Hands over what is finished until about `end`; false when there is nothing more to do.
     bool Work(std::chrono::steady_clock::time_point end);
+    /// Whether all that was noted is on the disk.
+    [[nodiscard]] bool IsOnDisk() const;
     /// Hands everything over now.
     void Finish();
     /// Tells everything anew.
@@ -102,9 +104,10 @@ private:
     /// on without it.
     template <typename Run> void Guard(Run run) noexcept;
 
-    [[nodiscard]] bool CanHandEntry() const;
-    [[nodiscard]] bool HasWork() const { return CanHandEntry() || m_rewrite; }
-    void Step();
+    [[nodiscard]] bool HasEntry() const;
+    [[nodiscard]] bool HasWork() const { return HasEntry() || m_rewrite; }
+    /// Hands over a little; false when too much waits to be written already.
+    [[nodiscard]] bool Step();
     void HandEntry();
     void HandAnew();
     /// Hands on a row of the first capture; the capture goes with its last row. True then.

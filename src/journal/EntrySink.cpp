@@ -12,6 +12,8 @@ CEntrySink::CEntrySink(CJournalWriter& writer, std::shared_ptr<CJournalTarget> t
 void CEntrySink::Add(std::span<const uint8_t> bytes)
 {
     while (!bytes.empty()) {
+        if (m_piece.capacity() == 0)
+            m_piece = m_writer.TakeBuffer();
         m_piece.reserve(kJournalPiece);
         const size_t count = std::min(bytes.size(), kJournalPiece - m_piece.size());
         m_piece.insert(m_piece.end(), bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(count));

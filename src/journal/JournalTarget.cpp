@@ -20,6 +20,10 @@ using namespace std::chrono_literals;
 constexpr auto kPause = 10s;
 /// More is not kept for the file that takes the place of one that has failed.
 constexpr size_t kMostKeptBytes = size_t{64} << 20;
+/// More is not left to the system at once: whoever waits for an entry would wait for that as well.
+constexpr uint64_t kMostUnflushedBytes = uint64_t{8} << 20;
+/// As much is taken over at once from a journal into the file that takes its place.
+constexpr uint64_t kTakenOverBytes = uint64_t{1} << 20;
 
 CFileDescriptor OpenFile(const fs::path& path, int flags)
 {
@@ -55,19 +59,24 @@ bool CRecordFile::Append(std::span<const uint8_t> record)
             record = record.subspan(static_cast<size_t>(count));
         }
     }
-    if (!m_hasFailed)
-        m_bytes = at;
-    return !m_hasFailed;
+    if (m_hasFailed)
+        return false;
+    m_bytes = at;
+    // A failure of that is one of the next record: this one is there.
+    if (m_bytes - m_flushedBytes > kMostUnflushedBytes)
+        Flush();
+    return true;
 }
 
-bool CRecordFile::AppendFrom(const CRecordFile& other, uint64_t begin)
+bool CRecordFile::AppendFrom(const CRecordFile& other, uint64_t& begin, uint64_t most)
 {
     std::vector<uint8_t> record;
-    for (uint64_t at = begin; at < other.m_bytes && !m_hasFailed; at += record.size()) {
+    const uint64_t end = begin + std::min(most, other.m_bytes - begin);
+    for (; begin < end && !m_hasFailed; begin += record.size()) {
         record.resize(kJournalRecordHeader);
-        m_hasFailed = !ReadAt(other.m_file.Get(), at, record);
+        m_hasFailed = !ReadAt(other.m_file.Get(), begin, record);
         record.resize(m_hasFailed ? 0 : RecordBytes(record));
-        m_hasFailed = m_hasFailed || !ReadAt(other.m_file.Get(), at, record);
+        m_hasFailed = m_hasFailed || !ReadAt(other.m_file.Get(), begin, record);
         if (!m_hasFailed)
             Append(m_packer.Renumber(record));
     }
@@ -77,6 +86,7 @@ bool CRecordFile::AppendFrom(const CRecordFile& other, uint64_t begin)
 bool CRecordFile::Flush()
 {
     m_hasFailed = m_hasFailed || ::fdatasync(m_file.Get()) != 0;
+    m_flushedBytes = m_bytes;
     return !m_hasFailed;
 }
 
@@ -101,6 +111,7 @@ CJournalTarget::CJournalTarget(fs::path path, std::unique_ptr<CRecordFile> file,
 
 void CJournalTarget::Append(std::span<const uint8_t> piece, EntryEnd end)
 {
+    m_unflushedEntries += end == EntryEnd::Yes ? 1 : 0;
     if (!m_hasFailed && m_file->Append(piece, end)) {
         m_bytes = m_file->Bytes();
         if (end == EntryEnd::Yes && m_newBytes == 0)
@@ -120,6 +131,8 @@ void CJournalTarget::Flush()
 {
     if (!m_file->Flush())
         m_hasFailed = true;
+    if (!m_hasFailed)
+        NoteEntriesOnDisk();
 }
 
 void CJournalTarget::BeginRewrite(JournalGap gap)
@@ -137,6 +150,7 @@ void CJournalTarget::BeginRewrite(JournalGap gap)
     m_anew = std::make_unique<CRecordFile>(std::move(file), 0, 0);
     m_anew->Append(JournalName());
     m_mark = m_file->Bytes();
+    m_toldBytes = 0;
 }
 
 void CJournalTarget::AppendAnew(std::span<const uint8_t> piece, EntryEnd end)
@@ -153,12 +167,21 @@ bool CJournalTarget::TakePlace()
     return !m_isRemoved && ::rename(m_anewPath.c_str(), m_path.c_str()) == 0;
 }
 
+bool CJournalTarget::GoOnFinishing()
+{
+    if (m_anew) {
+        if (m_toldBytes == 0)
+            m_toldBytes = m_anew->Bytes();
+        if (m_anew->AppendFrom(*m_file, m_mark, kTakenOverBytes) && m_mark < m_file->Bytes())
+            return false;
+        FinishRewrite();
+    }
+    --m_awaitedRewrites;
+    return true;
+}
+
 void CJournalTarget::FinishRewrite()
 {
-    if (!m_anew)
-        return;
-    const uint64_t newBytes = m_anew->Bytes();
-    m_anew->AppendFrom(*m_file, m_mark);
     for (const Kept& kept : m_kept)
         m_anew->Append(kept.piece, kept.end);
     if (!m_anew->Flush() || !TakePlace()) {
@@ -174,8 +197,9 @@ void CJournalTarget::FinishRewrite()
     m_kept.clear();
     m_keptBytes = 0;
     m_bytes = m_file->Bytes();
-    m_newBytes = newBytes;
+    m_newBytes = m_toldBytes;
     m_hasFailed = false;
+    NoteEntriesOnDisk();
 }
 
 void CJournalTarget::AbandonRewrite() noexcept
@@ -199,7 +223,8 @@ bool CJournalTarget::WantsRewrite() const
     const uint64_t newBytes = m_newBytes;
     const bool isLong =
         newBytes != 0 && m_bytes > std::max(kLeastRewrittenBytes, kMostJournalGrowth * newBytes);
-    return (isLong || m_hasFailed) && std::chrono::steady_clock::now() >= m_rewriteFrom.load();
+    return (isLong || m_hasFailed) && m_awaitedRewrites == 0 &&
+           std::chrono::steady_clock::now() >= m_rewriteFrom.load();
 }
 
 void CJournalTarget::PostponeRewrite()

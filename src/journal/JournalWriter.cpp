@@ -1,11 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journal/JournalWriter.h"
 
+#include <algorithm>
 #include <new>
-#include <set>
 #include <utility>
 
-CJournalWriter::CJournalWriter() : m_thread([this] { Run(); }) {}
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Entries that come one upon another are put on the disk together, but none waits for longer.
+constexpr auto kMostUnflushed = 100ms;
+constexpr size_t kMostBuffers = 32;
+
+} // namespace
+
+CJournalWriter::CJournalWriter()
+{
+    m_buffers.reserve(kMostBuffers);
+    m_thread = std::thread([this] { Run(); });
+}
 
 CJournalWriter::~CJournalWriter()
 {
@@ -23,19 +37,52 @@ std::shared_ptr<CJournalTarget> CJournalWriter::Open(const std::filesystem::path
     return CJournalTarget::Open(path, extent);
 }
 
-void CJournalWriter::Write(std::shared_ptr<CJournalTarget> target, std::vector<uint8_t> piece, EntryEnd end,
-                           JournalCopy copy)
+std::vector<uint8_t> CJournalWriter::TakeBuffer()
 {
-    Add({std::move(target), std::move(piece), end,
-         copy == JournalCopy::Current ? Job::Append : Job::AppendAnew});
+    const std::lock_guard lock(m_mutex);
+    if (m_buffers.empty())
+        return {};
+    std::vector<uint8_t> buffer = std::move(m_buffers.back());
+    m_buffers.pop_back();
+    buffer.clear();
+    return buffer;
 }
 
-void CJournalWriter::Add(Piece piece)
+void CJournalWriter::Write(const std::shared_ptr<CJournalTarget>& target, std::vector<uint8_t> piece,
+                           EntryEnd end, JournalCopy copy)
+{
+    const bool isCurrent = copy == JournalCopy::Current;
+    Add(copy, {target, std::move(piece), end, isCurrent ? Job::Append : Job::AppendAnew});
+    if (isCurrent && end == EntryEnd::Yes)
+        target->AwaitEntry();
+}
+
+void CJournalWriter::BeginRewrite(const std::shared_ptr<CJournalTarget>& target, JournalGap gap)
+{
+    Add(JournalCopy::Current, {target, {}, {}, gap == JournalGap::Yes ? Job::BeginBehindGap : Job::Begin});
+}
+
+void CJournalWriter::FinishRewrite(const std::shared_ptr<CJournalTarget>& target)
+{
+    Add(JournalCopy::Anew, {target, {}, {}, Job::Finish});
+    target->AwaitRewrite();
+}
+
+void CJournalWriter::AbandonRewrite(const std::shared_ptr<CJournalTarget>& target)
+{
+    Add(JournalCopy::Current, {target, {}, {}, Job::Abandon});
+}
+
+void CJournalWriter::Add(JournalCopy copy, Piece piece)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_waitingBytes += piece.bytes.size();
-        m_pieces.push_back(std::move(piece));
+        Lane& lane = LaneOf(copy);
+        const size_t bytes = piece.bytes.size();
+        piece.number = ++m_handed;
+        lane.pieces.push_back(std::move(piece));
+        lane.waitingBytes += bytes;
+        m_isIdle = false;
     }
     m_wake.notify_one();
 }
@@ -43,67 +90,118 @@ void CJournalWriter::Add(Piece piece)
 void CJournalWriter::Drain()
 {
     std::unique_lock lock(m_mutex);
-    m_idle.wait(lock, [this] { return m_pieces.empty() && !m_isWriting; });
+    m_idle.wait(lock, [this] { return m_isIdle; });
+}
+
+CJournalWriter::Lane* CJournalWriter::NextLane()
+{
+    Lane& entries = LaneOf(JournalCopy::Current);
+    Lane& anew = LaneOf(JournalCopy::Anew);
+    if (entries.pieces.empty())
+        return anew.pieces.empty() ? nullptr : &anew;
+    const Piece& first = entries.pieces.front();
+    if (first.job == Job::Abandon)
+        DropAnewBefore(first);
+    // Another file is begun only when the one before it is done with.
+    const bool begins = first.job == Job::Begin || first.job == Job::BeginBehindGap;
+    const auto isBefore = [&](const Piece& piece) {
+        return piece.target == first.target && piece.number < first.number;
+    };
+    return begins && std::ranges::any_of(anew.pieces, isBefore) ? &anew : &entries;
+}
+
+void CJournalWriter::DropAnewBefore(const Piece& piece)
+{
+    Lane& anew = LaneOf(JournalCopy::Anew);
+    std::erase_if(anew.pieces, [&](const Piece& other) {
+        const bool isDropped =
+            other.job == Job::AppendAnew && other.target == piece.target && other.number < piece.number;
+        anew.waitingBytes -= isDropped ? other.bytes.size() : 0;
+        return isDropped;
+    });
+}
+
+bool CJournalWriter::IsFlushDue(const Lane* next) const
+{
+    return !m_unflushed.empty() && (next != &LaneOf(JournalCopy::Current) ||
+                                    std::chrono::steady_clock::now() - m_unflushedSince >= kMostUnflushed);
+}
+
+void CJournalWriter::Pop(Lane& lane)
+{
+    std::vector<uint8_t>& bytes = lane.pieces.front().bytes;
+    lane.waitingBytes -= bytes.size();
+    if (bytes.capacity() >= kJournalPiece && m_buffers.size() < kMostBuffers)
+        m_buffers.push_back(std::move(bytes));
+    lane.pieces.pop_front();
 }
 
 void CJournalWriter::Run()
 {
     std::unique_lock lock(m_mutex);
     while (true) {
-        m_isWriting = false;
-        if (m_pieces.empty())
+        Lane* const lane = NextLane();
+        if (IsFlushDue(lane)) {
+            lock.unlock();
+            Flush();
+            lock.lock();
+        } else if (lane != nullptr) {
+            // Whoever hands over only adds behind it.
+            const Piece& piece = lane->pieces.front();
+            lock.unlock();
+            const bool isDone = Do(piece);
+            lock.lock();
+            if (isDone)
+                Pop(*lane);
+        } else {
+            m_isIdle = true;
             m_idle.notify_all();
-        m_wake.wait(lock, [this] { return m_ends || !m_pieces.empty(); });
-        if (m_pieces.empty())
-            return;
-        m_isWriting = true;
-        std::vector<Piece> pieces = std::exchange(m_pieces, {});
-        lock.unlock();
-        WriteAll(std::move(pieces));
-        lock.lock();
+            if (m_ends)
+                return;
+            m_wake.wait(lock);
+        }
     }
 }
 
-void CJournalWriter::Do(const Piece& piece)
+bool CJournalWriter::Do(const Piece& piece)
 {
     CJournalTarget& target = *piece.target;
-    switch (piece.job) {
-    case Job::Append:
-        target.Append(piece.bytes, piece.end);
-        break;
-    case Job::AppendAnew:
-        target.AppendAnew(piece.bytes, piece.end);
-        break;
-    case Job::Begin:
-        target.BeginRewrite(JournalGap::No);
-        break;
-    case Job::BeginBehindGap:
-        target.BeginRewrite(JournalGap::Yes);
-        break;
-    case Job::Finish:
-        target.FinishRewrite();
-        break;
-    case Job::Abandon:
-        target.AbandonRewrite();
-        break;
+    try {
+        switch (piece.job) {
+        case Job::Append:
+            target.Append(piece.bytes, piece.end);
+            if (piece.end == EntryEnd::Yes &&
+                std::ranges::find(m_unflushed, piece.target) == m_unflushed.end()) {
+                if (m_unflushed.empty())
+                    m_unflushedSince = std::chrono::steady_clock::now();
+                m_unflushed.push_back(piece.target);
+            }
+            break;
+        case Job::AppendAnew:
+            target.AppendAnew(piece.bytes, piece.end);
+            break;
+        case Job::Begin:
+            target.BeginRewrite(JournalGap::No);
+            break;
+        case Job::BeginBehindGap:
+            target.BeginRewrite(JournalGap::Yes);
+            break;
+        case Job::Finish:
+            return target.GoOnFinishing();
+        case Job::Abandon:
+            target.AbandonRewrite();
+            break;
+        }
+    } catch (const std::bad_alloc&) {
+        target.GiveUp();
+        return piece.job != Job::Finish; // which has nothing left to do next time
     }
+    return true;
 }
 
-void CJournalWriter::WriteAll(std::vector<Piece> pieces)
+void CJournalWriter::Flush()
 {
-    std::set<CJournalTarget*> written;
-    for (Piece& piece : pieces) {
-        const size_t size = piece.bytes.size();
-        try {
-            if (piece.job == Job::Append)
-                written.insert(piece.target.get());
-            Do(piece);
-        } catch (const std::bad_alloc&) {
-            piece.target->GiveUp();
-        }
-        m_waitingBytes -= size;
-        piece.bytes = {};
-    }
-    for (CJournalTarget* target : written)
+    for (const std::shared_ptr<CJournalTarget>& target : m_unflushed)
         target->Flush();
+    m_unflushed.clear();
 }

@@ -76,6 +76,55 @@ TEST(CPictureSnapshot, CopiesOnlyTilesThatChange)
               (std::vector<std::pair<int, size_t>>{{CPictureSnapshot::kTileWidth, 64}, {kWidth - 5, 5}}));
 }
 
+TEST(CPictureSnapshot, OutlivesVersionsThatComeAndGo)
+{
+    std::mt19937 random(1);
+    for (uint32_t round = 1; round <= 40; ++round) {
+        SCOPED_TRACE(round);
+        const Ref<CRasterImage> image = RandomImage(round);
+        std::vector<std::pair<CPackedDib, std::unique_ptr<CPictureSnapshot>>> moments;
+        std::vector<Ref<CPictureVersion>> versions;
+        for (uint32_t step = 0; step < 30; ++step) {
+            moments.emplace_back(image->Dib().Duplicate(), std::make_unique<CPictureSnapshot>(image));
+            const uint32_t choice = random() % (versions.empty() ? 2 : 5);
+            if (choice == 0) {
+                CPackedDib old = image->Exchange(RandomDib(kWidth, kHeight, 100 * round + step));
+                versions.push_back(image->Keep(std::move(old)));
+            } else if (choice == 1) {
+                const int y = static_cast<int>(random() % kHeight);
+                image->AnnounceChange({0, y, kWidth, y + 1});
+                image->AnnouncedDib().Row(y)[random() % kWidth] ^= 1;
+                const auto words = [](const CPackedDib& dib) {
+                    return reinterpret_cast<const uint32_t*>(dib.Bits().data());
+                };
+                CPixelChangesBuilder changes;
+                ASSERT_TRUE(changes.Compare(0, words(image->Dib()), words(moments.back().first),
+                                            size_t{kWidth} * kHeight));
+                versions.push_back(image->Keep(std::move(*changes.Finish())));
+            } else {
+                Ref<CPictureVersion>& other = versions[random() % versions.size()];
+                other = image->Show(other);
+            }
+        }
+        for (const auto& [picture, snapshot] : moments)
+            ASSERT_TRUE(Shows(*snapshot, picture));
+    }
+}
+
+TEST(CPictureSnapshot, CopiesNothingOfAPictureThatChangesHands)
+{
+    const Ref<CRasterImage> image = RandomImage(1);
+    const CPackedDib before = image->Dib().Duplicate();
+    CPictureSnapshot snapshot(image, 0);
+    const Ref<CPictureVersion> kept = image->Keep(image->Exchange(RandomDib(kWidth, kHeight, 2)));
+    image->AnnounceChange({0, 0, kWidth, kHeight}); // of another picture
+    const Ref<CPictureVersion> other = image->Show(kept);
+    EXPECT_TRUE(snapshot.IsIntact() && Shows(snapshot, before));
+    static_cast<void>(image->Show(other));
+    image->Attach({});
+    EXPECT_TRUE(snapshot.IsIntact() && !snapshot.HasTiles() && Shows(snapshot, before));
+}
+
 TEST(CPictureSnapshot, SaysWhenItIsWorthNothing)
 {
     const Ref<CRasterImage> image = RandomImage(1);
