@@ -5,6 +5,11 @@
 #include <new>
 #include <utility>
 
+#ifdef __linux__
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -12,6 +17,16 @@ using namespace std::chrono_literals;
 /// Entries that come one upon another are put on the disk together, but none waits for longer.
 constexpr auto kMostUnflushed = 100ms;
 constexpr size_t kMostBuffers = 32;
+
+/// Lets the threads that somebody waits for go first where processors are scarce, but not so much that
+/// entries would come late.
+void StandBack()
+{
+#ifdef __linux__
+    constexpr int kNiceness = 5;
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kNiceness); // only a hint
+#endif
+}
 
 } // namespace
 
@@ -138,6 +153,7 @@ void CJournalWriter::Pop(Lane& lane)
 
 void CJournalWriter::Run()
 {
+    StandBack();
     std::unique_lock lock(m_mutex);
     while (true) {
         Lane* const lane = NextLane();
