@@ -79,6 +79,7 @@ TEST(CPictureSnapshot, CopiesOnlyTilesThatChange)
 TEST(CPictureSnapshot, OutlivesVersionsThatComeAndGo)
 {
     std::mt19937 random(1);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); };
     for (uint32_t round = 1; round <= 40; ++round) {
         SCOPED_TRACE(round);
         const Ref<CRasterImage> image = RandomImage(round);
@@ -86,14 +87,14 @@ TEST(CPictureSnapshot, OutlivesVersionsThatComeAndGo)
         std::vector<Ref<CPictureVersion>> versions;
         for (uint32_t step = 0; step < 30; ++step) {
             moments.emplace_back(image->Dib().Duplicate(), std::make_unique<CPictureSnapshot>(image));
-            const uint32_t choice = random() % (versions.empty() ? 2 : 5);
+            const int choice = below(versions.empty() ? 2 : 5);
             if (choice == 0) {
                 CPackedDib old = image->Exchange(RandomDib(kWidth, kHeight, 100 * round + step));
                 versions.push_back(image->Keep(std::move(old)));
             } else if (choice == 1) {
-                const int y = static_cast<int>(random() % kHeight);
+                const int y = below(kHeight);
                 image->AnnounceChange({0, y, kWidth, y + 1});
-                image->AnnouncedDib().Row(y)[random() % kWidth] ^= 1;
+                image->AnnouncedDib().Row(y)[below(kWidth)] ^= 1;
                 const auto words = [](const CPackedDib& dib) {
                     return reinterpret_cast<const uint32_t*>(dib.Bits().data());
                 };
@@ -102,7 +103,8 @@ TEST(CPictureSnapshot, OutlivesVersionsThatComeAndGo)
                                             size_t{kWidth} * kHeight));
                 versions.push_back(image->Keep(std::move(*changes.Finish())));
             } else {
-                Ref<CPictureVersion>& other = versions[random() % versions.size()];
+                Ref<CPictureVersion>& other =
+                    versions[static_cast<size_t>(below(static_cast<int>(versions.size())))];
                 other = image->Show(other);
             }
         }
