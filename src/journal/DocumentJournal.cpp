@@ -251,19 +251,18 @@ void CDocumentJournal::OnRecorded(const CEditCommand& command)
 
 void CDocumentJournal::OnHistoryWillMove()
 {
-    Guard([this] { EndEntry(); });
+    Guard([this] {
+        // Versions come to be kept in other ways, and those not taken down yet get out of reach.
+        AbandonRewrite();
+        EndEntry();
+    });
 }
 
 void CDocumentJournal::OnHistoryMoved(HistoryMove move)
 {
     m_isDirty = true;
     constexpr JournalItem kItems[] = {JournalItem::Undone, JournalItem::Redone, JournalItem::Withdrawn};
-    Guard([&] {
-        // Versions come to be kept in other ways, and those not taken down yet get out of reach.
-        if (move != HistoryMove::Withdrawn)
-            AbandonRewrite();
-        WriteItem(Open().items, kItems[static_cast<size_t>(move)]);
-    });
+    Guard([&] { WriteItem(Open().items, kItems[static_cast<size_t>(move)]); });
 }
 
 void CDocumentJournal::WriteList()

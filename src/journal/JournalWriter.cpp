@@ -115,25 +115,13 @@ CJournalWriter::Lane* CJournalWriter::NextLane()
     if (entries.pieces.empty())
         return anew.pieces.empty() ? nullptr : &anew;
     const Piece& first = entries.pieces.front();
-    if (first.job == Job::Abandon)
-        DropAnewBefore(first);
-    // Another file is begun only when the one before it is done with.
+    // Another file is begun only when nothing is left of the one before it. Once that has been abandoned, its
+    // pieces go nowhere.
     const bool begins = first.job == Job::Begin || first.job == Job::BeginBehindGap;
     const auto isBefore = [&](const Piece& piece) {
         return piece.target == first.target && piece.number < first.number;
     };
     return begins && std::ranges::any_of(anew.pieces, isBefore) ? &anew : &entries;
-}
-
-void CJournalWriter::DropAnewBefore(const Piece& piece)
-{
-    Lane& anew = LaneOf(JournalCopy::Anew);
-    std::erase_if(anew.pieces, [&](const Piece& other) {
-        const bool isDropped =
-            other.job == Job::AppendAnew && other.target == piece.target && other.number < piece.number;
-        anew.waitingBytes -= isDropped ? other.bytes.size() : 0;
-        return isDropped;
-    });
 }
 
 bool CJournalWriter::IsFlushDue(const Lane* next) const

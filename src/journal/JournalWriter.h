@@ -69,7 +69,6 @@ private:
     /// below.
     [[nodiscard]] Lane* NextLane();
     [[nodiscard]] bool IsFlushDue(const Lane* next) const;
-    void DropAnewBefore(const Piece& piece);
     void Pop(Lane& lane);
 
     /// False when there is more to do of it.
