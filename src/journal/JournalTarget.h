@@ -75,13 +75,13 @@ public:
     /// Whether it should be written anew: it is long, or something could not be written to it, and no new
     /// file is about to take its place.
     [[nodiscard]] bool WantsRewrite() const;
+    /// Not before some seconds from now.
+    void PostponeRewrite();
     /// An entry, or the end of a new file, is on its way.
     void AwaitEntry() { ++m_awaitedEntries; }
     void AwaitRewrite() { ++m_awaitedRewrites; }
     /// Whether every entry that has been on its way is on the disk.
     [[nodiscard]] bool HasAllEntries() const { return m_awaitedEntries == 0; }
-    /// Not before some seconds from now.
-    void PostponeRewrite();
     /// Removes the file. What is appended afterwards is lost.
     void Remove();
 
