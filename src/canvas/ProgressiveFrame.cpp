@@ -9,8 +9,23 @@ namespace {
 
 /// What is composed at a time when slices are made: wide, since pictures are stored in rows, and short.
 constexpr Size kTile{1024, 128};
+/// Missing pixels that are composed before any part is painted: the parts would cut the strips that come into
+/// sight into pieces too small to be shared out among processors.
+constexpr int64_t kComposedAtOnce = 1 << 17;
 /// Pixels of layers after which half of what was learnt is forgotten: a few windows of a deep stack.
 constexpr double kRememberedWork = 2e8;
+
+/// Pieces of rows that are narrower take as long: they lie far from each other in memory.
+constexpr int kLeastWidth = 128;
+
+/// What to multiply the work for a pixel by, to have that for a region.
+double PixelsToCompose(const CRegion& region)
+{
+    double pixels = 0;
+    for (const Rect& rect : region.Rectangles())
+        pixels += static_cast<double>(std::max(rect.Width(), kLeastWidth)) * rect.Height();
+    return pixels;
+}
 
 /// The tile with missing pixels whose middle is nearest to a point.
 Rect NearestTile(const CRegion& missing, const Rect& window, Point focus)
@@ -78,7 +93,7 @@ void CProgressiveFrame::Begin(const FrameScene& scene, const Rect& area, FrameRu
     CRegion wanted = m_missing;
     if (!wanted.Intersect(CRegion(InWindow(area, scene))))
         wanted = m_missing;
-    const double seconds = m_pace.Seconds(m_workPerPixel * static_cast<double>(wanted.Area()));
+    const double seconds = m_pace.Seconds(m_workPerPixel * PixelsToCompose(wanted));
     m_composes =
         !mayWait || !m_cache.HasOutdated() || seconds < std::chrono::duration<double>(m_budget).count();
     m_approximates = !m_composes && m_cache.CanApproximate();
@@ -86,6 +101,8 @@ void CProgressiveFrame::Begin(const FrameScene& scene, const Rect& area, FrameRu
         m_outdatedSince = Clock::now();
     if (m_cache.HasMoved() || !m_approximates)
         m_refinesFrom = m_approximates ? Clock::now() + kRest : Clock::time_point();
+    if (m_composes && !wanted.IsEmpty() && wanted.Area() <= kComposedAtOnce)
+        Compose(wanted, scene);
 }
 
 void CProgressiveFrame::Compose(const CRegion& region, const FrameScene& scene)
@@ -93,7 +110,7 @@ void CProgressiveFrame::Compose(const CRegion& region, const FrameScene& scene)
     const Clock::time_point begin = Clock::now();
     for (const Rect& rect : region.Rectangles())
         m_cache.Compose(rect, scene);
-    m_pace.Learn(m_workPerPixel * static_cast<double>(region.Area()), Clock::now() - begin);
+    m_pace.Learn(m_workPerPixel * PixelsToCompose(region), Clock::now() - begin);
     UpdateMissing(scene);
 }
 

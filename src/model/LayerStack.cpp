@@ -4,6 +4,7 @@
 #include "model/BlendStack.h"
 #include "model/LayerRows.h"
 #include "model/SampleRow.h"
+#include "platform/memory/Prefetch.h"
 #include "platform/parallel/RowBands.h"
 
 #include <algorithm>
@@ -16,6 +17,9 @@ namespace {
 /// Pixels, of all layers and with those skipped between them, that one processor draws in about a fifth of a
 /// millisecond.
 constexpr int64_t kPixelsPerBand = 400'000;
+
+/// So many pixels take as long as the way to the next row, which lies elsewhere in memory.
+constexpr int kPixelsPerRow = 128;
 
 /// Every tile of the destination chooses the layers that it needs. Small enough for many of them to lie
 /// within what is opaque or clear.
@@ -131,8 +135,12 @@ private:
 
     void DrawRun()
     {
-        for (size_t i = m_shownInRun.size(); i-- > 0;)
+        const bool isNarrow = m_run.Width() <= kNarrow;
+        for (size_t i = m_shownInRun.size(); i-- > 0;) {
+            if (isNarrow && i >= kLayersAhead)
+                PrefetchLayer(*m_shownInRun[i - kLayersAhead], m_run);
             DrawLayer(*m_shownInRun[i], m_run);
+        }
         m_shownInRun.clear();
         m_run = {};
     }
@@ -206,6 +214,19 @@ private:
         }
     }
 
+    /// Short pieces of rows lie too far from each other for the processor to see the next ones coming.
+    static void PrefetchLayer(const PictureLayer& layer, const Rect& rect)
+    {
+        const Placement& placement = layer.placement;
+        const Rect area = placement.area.Intersected(rect);
+        if (area.IsEmpty())
+            return;
+        const int left = placement.SourceX(area.left);
+        const auto bytes = static_cast<size_t>(placement.SourceX(area.right - 1) + 1 - left) * 4;
+        for (int y = area.top; y < area.bottom; ++y)
+            Prefetch(layer.pixels.Row(placement.SourceY(y)) + ptrdiff_t{left} * 4, bytes);
+    }
+
     void DrawLayer(const PictureLayer& layer, const Rect& rect)
     {
         const Rect area = layer.placement.area.Intersected(rect);
@@ -222,6 +243,8 @@ private:
     }
 
     static constexpr ptrdiff_t kSoonBytes = 2048;
+    static constexpr int kNarrow = 64;
+    static constexpr size_t kLayersAhead = 2;
 
     const BitmapView& m_destination;
     std::vector<const PictureLayer*> m_inBand;
@@ -249,7 +272,7 @@ void DrawLayers(const BitmapView& destination, std::span<const PictureLayer> lay
             continue;
         seen.push_back(&layer);
         bounds = bounds.United(area);
-        pixels += int64_t{area.Width()} * area.Height() * layer.placement.step;
+        pixels += int64_t{std::max(area.Width(), kPixelsPerRow)} * area.Height() * layer.placement.step;
     }
     if (seen.empty())
         return;

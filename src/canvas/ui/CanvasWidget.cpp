@@ -4,6 +4,7 @@
 #include "canvas/SelectionOperations.h"
 #include "canvas/ui/AddTextDialog.h"
 #include "canvas/ui/CanvasCursors.h"
+#include "canvas/ui/CanvasScrollBar.h"
 #include "document/PanelOperations.h"
 #include "document/PlacementOperations.h"
 #include "platform/ui/FrameTime.h"
@@ -16,7 +17,6 @@
 #include <QMouseEvent>
 #include <QPaintEngine>
 #include <QPainter>
-#include <QScrollBar>
 #include <QTimer>
 
 #include <cmath>
@@ -60,6 +60,8 @@ CCanvasWidget::CCanvasWidget(CPixoluneView& view, QWidget* parent) : QAbstractSc
 {
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBar(new CCanvasScrollBar(Qt::Horizontal));
+    setVerticalScrollBar(new CCanvasScrollBar(Qt::Vertical));
     viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setAttribute(Qt::WA_NoSystemBackground);
