@@ -16,7 +16,7 @@ constexpr int64_t kComposedAtOnce = 1 << 17;
 constexpr double kRememberedWork = 2e8;
 
 /// Pieces of rows that are narrower take as long: they lie far from each other in memory.
-constexpr int kLeastWidth = 128;
+constexpr int kLeastWidth = 64;
 
 /// What to multiply the work for a pixel by, to have that for a region.
 double PixelsToCompose(const CRegion& region)

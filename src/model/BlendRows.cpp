@@ -49,6 +49,8 @@ HWY_INLINE WordVector DivideBy255(WordVector x)
     return hn::ShiftRight<8>(hn::Add(hn::Add(x, hn::Set(Words(), 1)), hn::ShiftRight<8>(x)));
 }
 
+constexpr size_t kNarrowBytes = 64 * 4;
+
 /// Calls `step(destination, source)` for a vector of pixels at a time; the last ones are copied into a
 /// full vector and back.
 template <typename Step>
@@ -57,10 +59,12 @@ HWY_INLINE void ForEachVector(uint8_t* HWY_RESTRICT destination, const uint8_t* 
 {
     const size_t bytesAtOnce = hn::Lanes(Bytes());
     const size_t bytes = pixels * 4;
+    // What lies behind a narrow piece of a picture is not wanted next.
+    const size_t ahead = bytes < kNarrowBytes ? 0 : kPrefetchBytes;
     size_t at = 0;
     for (; at + bytesAtOnce <= bytes; at += bytesAtOnce) {
-        hwy::Prefetch(source + at + kPrefetchBytes);
-        hwy::Prefetch(destination + at + kPrefetchBytes);
+        hwy::Prefetch(source + at + ahead);
+        hwy::Prefetch(destination + at + ahead);
         step(reinterpret_cast<uint32_t*>(destination + at), reinterpret_cast<const uint32_t*>(source + at));
     }
     if (at == bytes)
