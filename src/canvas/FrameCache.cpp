@@ -50,6 +50,8 @@ bool CFrameCache::Follow(const FrameScene& scene, bool keepsOutdated)
     if (!Anchor(scene.window))
         return false;
     Compare(scene.layers);
+    if (scene.isHeld && !m_isMoving)
+        ExpectMotion(scene.layers);
     return true;
 }
 
@@ -75,6 +77,7 @@ void CFrameCache::ForgetMotion()
     m_above = {};
     m_moving = {};
     m_isMoving = false;
+    m_lacksMemory = false;
 }
 
 void CFrameCache::ChangeZoom(const FrameScene& scene, bool keepsOutdated)
@@ -107,26 +110,43 @@ void CFrameCache::RemoveLayer(const Shown& layer)
         m_frame.Remove(area);
 }
 
+void CFrameCache::BeginMotion(const LayerRange& moving)
+{
+    m_isMoving = true;
+    m_lacksMemory = false;
+    if (moving == m_moving)
+        return;
+    m_below.Clear();
+    m_above.Clear();
+    m_moving = moving;
+}
+
 void CFrameCache::FollowMotion(const LayerRange& moved)
 {
     // What moves twice in a row at one place of the stack is likely to go on.
-    m_isMoving = moved == m_lastMoved;
-    if (m_isMoving && moved != m_moving) {
-        m_below.Clear();
-        m_above.Clear();
-        m_moving = moved;
-    }
+    if (moved == m_moving || moved == m_lastMoved)
+        BeginMotion(moved);
     m_lastMoved = moved;
+}
+
+void CFrameCache::ExpectMotion(std::span<const DisplayLayer> layers)
+{
+    LayerRange held;
+    for (size_t i = 0; i < layers.size(); ++i) {
+        if (layers[i].isSelected)
+            held.Add(i);
+    }
+    if (!held.IsEmpty())
+        BeginMotion(held);
 }
 
 void CFrameCache::Compare(std::span<const DisplayLayer> layers)
 {
-    std::vector<Shown> now;
-    now.reserve(layers.size());
+    std::swap(m_layers, m_layersBefore);
+    m_layers.clear();
     for (const DisplayLayer& layer : layers)
-        now.push_back({layer.contentId, layer.position, layer.dib->Size(), layer.transparency});
-    std::swap(now, m_layers);
-    const std::vector<Shown>& before = now;
+        m_layers.push_back({layer.contentId, layer.position, layer.dib->Size(), layer.transparency});
+    const std::vector<Shown>& before = m_layersBefore;
     const bool wasTold = std::exchange(m_wasTold, false);
     const size_t both = std::min(before.size(), m_layers.size());
     LayerRange changed;
@@ -204,18 +224,41 @@ void CFrameCache::Compose(const Rect& rect, const FrameScene& scene)
     m_frame.Add(rect);
 }
 
-bool CFrameCache::Approximate(const Rect& rect, const FrameScene& scene)
+CRegion CFrameCache::Unprepared(const Rect& rect) const
+{
+    if (!m_isMoving || m_lacksMemory)
+        return {};
+    CRegion unprepared = m_below.Missing(rect);
+    if (HasLayersAbove()) {
+        CRegion below(rect);
+        if (!below.Subtract(m_above.Made()) || !unprepared.Unite(below))
+            return CRegion(rect);
+    }
+    return unprepared;
+}
+
+void CFrameCache::Prepare(const Rect& rect, const FrameScene& scene)
 {
     const std::span layers(scene.layers);
-    if (!MakeBelow(rect, layers) || !m_above.Make(rect, layers.subspan(m_moving.end), m_window, m_zoom))
-        return false;
-    const BitmapView part = m_frame.Part(rect);
-    CopyPixels(part, m_below.Part(rect));
-    CompositeLayers(part, OriginOf(rect), layers.subspan(m_moving.begin, m_moving.end - m_moving.begin),
-                    m_zoom);
-    m_above.BlendOnto(part, rect);
-    static_cast<void>(m_frame.shown.Unite(CRegion(rect))); // or it is painted again
-    return true;
+    m_lacksMemory = !MakeBelow(rect, layers) || (HasLayersAbove() && !m_above.Allocate(WindowSize()));
+    if (!m_lacksMemory && HasLayersAbove())
+        m_above.Make(rect, layers.subspan(m_moving.end), m_window, m_zoom);
+}
+
+void CFrameCache::Approximate(const CRegion& region, const FrameScene& scene)
+{
+    CRegion prepared = region;
+    if (!prepared.Intersect(m_below.valid) || !prepared.Intersect(m_above.Made()))
+        return;
+    for (const Rect& rect : prepared.Rectangles()) {
+        const BitmapView part = m_frame.Part(rect);
+        CopyPixels(part, m_below.Part(rect));
+        CompositeLayers(part, OriginOf(rect),
+                        std::span(scene.layers).subspan(m_moving.begin, m_moving.end - m_moving.begin),
+                        m_zoom);
+        m_above.BlendOnto(part, rect);
+    }
+    static_cast<void>(m_frame.shown.Unite(prepared)); // or it is painted again
 }
 
 void CFrameCache::StandIn(const Rect& rect)

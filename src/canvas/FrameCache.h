@@ -14,7 +14,8 @@
 /// below is kept as well. What has been composed is to the last bit what compositing everything gives; what
 /// is missing can be left as it last was, stretched to another zoom and, while objects move, be shown nearly
 /// as it is. Holds at most four pictures of the window's size: the frame and, from the time that objects move
-/// until the zoom changes, what lies below them and what those above them make of black and of white.
+/// or are held until the zoom changes, what lies below them and what those above them make of black and of
+/// white.
 ///
 /// Rectangles are those of the window, from its top-left corner, except where another place is named.
 class CFrameCache {
@@ -36,11 +37,16 @@ public:
     void Compose(const Rect& rect, const FrameScene& scene);
     /// Whether a layer was somewhere else before the last Follow.
     [[nodiscard]] bool HasMoved() const { return m_hasMoved; }
+    /// The part of a rectangle for which what lies below and above the layers that move, or are about to,
+    /// has not been made yet. Empty when none do.
+    [[nodiscard]] CRegion Unprepared(const Rect& rect) const;
+    /// Makes that for a rectangle, or finds that memory has run out.
+    void Prepare(const Rect& rect, const FrameScene& scene);
     /// Whether layers that others lie upon have been moving.
-    [[nodiscard]] bool CanApproximate() const { return m_isMoving && m_moving.end < m_layers.size(); }
-    /// Shows a missing rectangle nearly as it is: what lies below and what moves exactly, and over it what
-    /// lies above as CLayersAbove has it. It stays missing. False when memory runs out.
-    [[nodiscard]] bool Approximate(const Rect& rect, const FrameScene& scene);
+    [[nodiscard]] bool CanApproximate() const { return m_isMoving && HasLayersAbove() && !m_lacksMemory; }
+    /// Shows missing pixels nearly as they are, as far as they are prepared: what lies below and what moves
+    /// exactly, and over it what lies above as CLayersAbove has it. They stay missing.
+    void Approximate(const CRegion& region, const FrameScene& scene);
     /// Shows the backdrop where nothing else has been shown.
     void StandIn(const Rect& rect);
     /// The pixels, composed or standing in.
@@ -78,8 +84,11 @@ private:
     /// Finds out what changed since the last painting.
     void Compare(std::span<const DisplayLayer> layers);
     void RemoveLayer(const Shown& layer);
+    void BeginMotion(const LayerRange& moving);
     void FollowMotion(const LayerRange& moved);
+    void ExpectMotion(std::span<const DisplayLayer> layers);
     void ForgetMotion();
+    [[nodiscard]] bool HasLayersAbove() const { return m_moving.end < m_layers.size(); }
     [[nodiscard]] Size WindowSize() const { return {m_window.Width(), m_window.Height()}; }
     [[nodiscard]] bool MakeBelow(const Rect& rect, std::span<const DisplayLayer> layers);
     /// The point of the zoomed frame in the corner of a rectangle.
@@ -91,12 +100,14 @@ private:
     Rect m_window; ///< in the zoomed frame
     int m_zoom = 0;
     std::vector<Shown> m_layers;
+    std::vector<Shown> m_layersBefore;
     WindowBuffer m_frame;
     WindowBuffer m_below;    ///< backdrop and the layers below m_moving
     CLayersAbove m_above;    ///< the layers above m_moving
-    LayerRange m_moving;     ///< the layers that moved twice in a row
+    LayerRange m_moving;     ///< the layers that moved twice in a row or are held
     LayerRange m_lastMoved;  ///< those that moved when some last did
     bool m_isMoving = false; ///< whether nothing but m_moving has changed since
     bool m_hasMoved = false;
-    bool m_wasTold = false; ///< whether Drop was called since the last painting
+    bool m_lacksMemory = false; ///< for below and above
+    bool m_wasTold = false;     ///< whether Drop was called since the last painting
 };

@@ -13,6 +13,8 @@ struct FrameScene {
     Size image;                       ///< of the zoomed frame
     Rect window;                      ///< what the window shows; may reach beyond the frame
     int zoom = 1;
+    bool isHeld = false;        ///< a button holds the selected objects: they are likely to move
+    std::vector<Rect> active{}; ///< the rectangles of the active objects, in the document
 
     /// The part of the frame that the window shows.
     [[nodiscard]] Rect Visible() const { return Rect::At({0, 0}, image).Intersected(window); }

@@ -137,6 +137,8 @@ void CPixoluneView::Press(const MouseInput& input)
     FollowPointer(input.client);
     CurrentTool().Down(input);
     TellToolState();
+    if (const FrameScene scene = Scene(); scene.isHeld)
+        m_frame.ExpectMotion(scene, Focus(scene));
 }
 
 void CPixoluneView::Move(const MouseInput& input)
@@ -238,12 +240,25 @@ void CPixoluneView::SetSurroundings(const SurroundingColours& colours)
 FrameScene CPixoluneView::Scene() const
 {
     const Rect image = m_geometry.ImageInClient();
-    return {&m_document.Canvas(),
-            m_document.Floating(),
-            DisplayLayers(m_document.Canvas(), m_document.Floating()),
-            {image.Width(), image.Height()},
-            Rect::At({-image.left, -image.top}, m_geometry.client),
-            m_geometry.zoom};
+    FrameScene scene{&m_document.Canvas(),
+                     m_document.Floating(),
+                     DisplayLayers(m_document.Canvas(), m_document.Floating()),
+                     {image.Width(), image.Height()},
+                     Rect::At({-image.left, -image.top}, m_geometry.client),
+                     m_geometry.zoom,
+                     m_mode == ToolMode::Default && CurrentTool().IsBusy()};
+    for (const Ref<CPicObject>& object : m_document.Canvas().objects) {
+        if (object->IsActive())
+            scene.active.push_back(object->Rectangle());
+    }
+    return scene;
+}
+
+Point CPixoluneView::Focus(const FrameScene& scene) const
+{
+    const Size client = m_geometry.client;
+    const Point focus = m_pointerInside ? m_pointer : Point{client.width / 2, client.height / 2};
+    return {scene.window.left + focus.x, scene.window.top + focus.y};
 }
 
 FrameScene CPixoluneView::BeginPainting(const Rect& area, FrameRule rule) const
@@ -260,11 +275,8 @@ void CPixoluneView::RefineFrame(CProgressiveFrame::Clock::time_point until)
     if (m_playback)
         return;
     const FrameScene scene = Scene();
-    const Size client = m_geometry.client;
-    const Point focus = m_pointerInside ? m_pointer : Point{client.width / 2, client.height / 2};
-    const Point corner = scene.window.Corner();
-    for (const Rect& rect : m_frame.Refine(scene, {corner.x + focus.x, corner.y + focus.y}, until))
-        Invalidate(rect.Moved(-corner.x, -corner.y));
+    for (const Rect& rect : m_frame.Refine(scene, Focus(scene), until))
+        Invalidate(rect.Moved(-scene.window.left, -scene.window.top));
 }
 
 void CPixoluneView::Paint(const BitmapView& target, const Rect& area, const FrameScene& scene) const
@@ -284,7 +296,8 @@ void CPixoluneView::Paint(const BitmapView& target, const Rect& area, const Fram
     }
     if (m_playback)
         return;
-    PaintFrames(target, area);
+    for (const Rect& rect : scene.active)
+        PaintFrame(target, area, m_geometry.ToClient(rect).Inflated(1));
     m_outline.Paint(target, area, m_geometry, m_outlineOffset, m_outlinePhase);
     CurrentTool().PaintFeedback(target, area);
 }
@@ -309,14 +322,6 @@ void CPixoluneView::StepPlayback()
         return;
     m_playback->Step();
     InvalidateDocument(m_document.Canvas().Rectangle());
-}
-
-void CPixoluneView::PaintFrames(const BitmapView& target, const Rect& area) const
-{
-    for (const Ref<CPicObject>& object : m_document.Canvas().objects) {
-        if (object->IsActive())
-            PaintFrame(target, area, m_geometry.ToClient(object->Rectangle()).Inflated(1));
-    }
 }
 
 void CPixoluneView::InvalidateDocument(const Rect& documentRect) const

@@ -136,10 +136,11 @@ public:
     {
         Paint(target, area, BeginPainting(area, FrameRule::Exact));
     }
-    /// Whether the window shows the document as it is. If not, RefineFrame is to be called again and again
-    /// while nothing else is to be done.
+    /// Whether the window shows the document as it is.
     [[nodiscard]] bool IsFrameExact() const { return IsPlaying() || m_frame.IsExact(); }
-    /// Goes on composing the frame until a point in time, and invalidates what has become right.
+    /// Whether RefineFrame is to be called again and again while nothing else is to be done.
+    [[nodiscard]] bool IsFrameUnfinished() const { return !IsPlaying() && m_frame.IsUnfinished(); }
+    /// Goes on composing the frame until a point in time, and invalidates what has become better.
     void RefineFrame(CProgressiveFrame::Clock::time_point until);
     [[nodiscard]] CProgressiveFrame& Frame() const { return m_frame; }
     /// What is painted over the objects has changed in a client rectangle.
@@ -166,12 +167,13 @@ public:
 private:
     void Relayout();
     [[nodiscard]] FrameScene Scene() const;
+    /// Where somebody looks, in the zoomed frame.
+    [[nodiscard]] Point Focus(const FrameScene& scene) const;
     void FollowPointer(Point client);
     void InvalidatePointerArea() const { Invalidate(CurrentTool().PointerArea()); }
     /// Tells the window how the current tool looks now: its cursor, and what it drags.
     void TellToolState();
     void InvalidateOutline() const;
-    void PaintFrames(const BitmapView& target, const Rect& area) const;
 
     CPixoluneDoc& m_document;
     IViewHost* m_host;

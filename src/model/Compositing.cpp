@@ -81,6 +81,7 @@ template <typename Add> void VisitPictures(const CObjectList& objects, const Flo
 std::vector<DisplayLayer> DisplayLayers(const CObjectCanvas& canvas, const FloatingImage& floating)
 {
     std::vector<DisplayLayer> layers;
+    layers.reserve(canvas.objects.Count() + 1);
     VisitPictures(
         canvas.objects, floating,
         [&](const CPackedDib& dib, Point position, uint8_t transparency, const CRasterImage* image) {
@@ -88,6 +89,7 @@ std::vector<DisplayLayer> DisplayLayers(const CObjectCanvas& canvas, const Float
             if (image != nullptr) {
                 layer.contentId = image->ContentId();
                 layer.alphas = &image->Alphas();
+                layer.isSelected = image->selected;
             }
             layers.push_back(layer);
         });

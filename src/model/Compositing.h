@@ -45,6 +45,7 @@ struct DisplayLayer {
     uint8_t transparency = 0;
     uint64_t contentId = 0;
     const CAlphaTiles* alphas = nullptr; ///< none for a floating image
+    bool isSelected = false;
 };
 
 /// What CompositeForDisplay draws, bottom to top.

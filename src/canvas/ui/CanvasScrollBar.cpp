@@ -42,8 +42,9 @@ void CCanvasScrollBar::paintEvent(QPaintEvent* event)
         QScrollBar::paintEvent(event);
         return;
     }
-    const Look look{style(), size(), option.state, palette().cacheKey(),
-                    ratio, option.maximum - option.minimum, option.pageStep};
+    const Look look{
+        style(),        size(), option.state, palette().cacheKey(), ratio, option.maximum - option.minimum,
+        option.pageStep};
     if (look != m_look || m_slider.size() != SliderRect(option).size() * ratio) {
         m_groove = Draw(option, ~QStyle::SubControls(QStyle::SC_ScrollBarSlider), rect());
         m_slider = Draw(option, QStyle::SC_ScrollBarSlider, SliderRect(option));

@@ -192,7 +192,7 @@ void CCanvasWidget::Refine()
 void CCanvasWidget::ScheduleRefinement()
 {
     using Milliseconds = std::chrono::milliseconds;
-    if (!isVisible() || m_view.IsFrameExact()) {
+    if (!isVisible() || !m_view.IsFrameUnfinished()) {
         m_refineTimer.stop();
         return;
     }
@@ -371,6 +371,7 @@ void CCanvasWidget::mousePressEvent(QMouseEvent* event)
         return;
     m_held = event->button();
     m_view.Press(input);
+    ScheduleRefinement();
 }
 
 void CCanvasWidget::mouseMoveEvent(QMouseEvent* event)

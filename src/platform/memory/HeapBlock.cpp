@@ -31,7 +31,7 @@ bool AllocationMayProceed()
 
 constexpr size_t kLargePage = size_t{2} << 20;
 constexpr size_t kLargeBlock = 4 * kLargePage;
-constexpr size_t kMostKept = size_t{128} << 20;
+constexpr size_t kMostKept = size_t{256} << 20;
 
 /// A block of less. The pages of one that will be written as a whole are asked for in one call, where the
 /// system can do that, instead of one by one when they are first touched.
@@ -66,6 +66,17 @@ void* AllocateLarge(size_t bytes, BlockContent content)
     return block;
 }
 
+/// Lets the system take the pages of a block when it runs short of them, with what they hold.
+void Offer(void* block, size_t bytes)
+{
+#if defined(__linux__) && defined(MADV_FREE)
+    const uintptr_t begin = (reinterpret_cast<uintptr_t>(block) + kLargePage - 1) / kLargePage * kLargePage;
+    const uintptr_t end = (reinterpret_cast<uintptr_t>(block) + bytes) / kLargePage * kLargePage;
+    if (begin < end)
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_FREE); // only a hint
+#endif
+}
+
 /// Keeps the large block that was freed last for the next of about its size: the system clears every page
 /// that it hands out, which takes as long as many an operation on the picture that comes there.
 class CSpareBlock {
@@ -85,6 +96,7 @@ public:
     }
     void Keep(void* block, size_t bytes)
     {
+        Offer(block, bytes);
         const std::lock_guard lock(m_mutex);
         std::free(std::exchange(m_block, block));
         m_bytes = bytes;

@@ -13,7 +13,8 @@ enum class BlockContent {
 };
 
 /// One heap block that its holder owns alone, unless it shares it. Asking for memory can fail: the result is
-/// then empty, and nothing is thrown. One freed block of up to 128 MiB is kept for the next one.
+/// then empty, and nothing is thrown. One freed block of up to 256 MiB is kept for the next one; the system
+/// may take its pages when it runs short of them.
 class CHeapBlock {
 public:
     CHeapBlock() = default;
