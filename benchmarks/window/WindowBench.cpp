@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QSlider>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <functional>
@@ -123,7 +124,8 @@ const WindowCase kMoveMiddle{
 const WindowCase kMoveBottom{"move-bottom-step", 40,
                              [](CBenchWindow& window) { return MoveObject(window, 0); }, true};
 
-/// Times the steps until each is shown and, as a counter, until the frame is exact if nothing else happens.
+/// Times the steps until each is shown and, as counters, the longest of them and the time until the frame is
+/// exact if nothing else happens.
 void Time(benchmark::State& state, CBenchWindow& window, const WindowCase& windowCase)
 {
     using Clock = std::chrono::steady_clock;
@@ -132,12 +134,14 @@ void Time(benchmark::State& state, CBenchWindow& window, const WindowCase& windo
     step(window); // pages and caches as they are in use
     window.AwaitExact();
     Milliseconds untilExact{};
+    Milliseconds worst{};
     int rests = 0;
     int left = windowCase.times;
     for ([[maybe_unused]] auto iteration : state) {
         const Clock::time_point begin = Clock::now();
         step(window);
         state.PauseTiming();
+        worst = std::max<Milliseconds>(worst, Clock::now() - begin);
         if (--left > 0 && windowCase.isGesture) {
             CBenchWindow::Settle(); // what the program does between two events
         } else {
@@ -148,6 +152,7 @@ void Time(benchmark::State& state, CBenchWindow& window, const WindowCase& windo
         state.ResumeTiming();
     }
     state.counters["ExactMs"] = untilExact.count() / rests;
+    state.counters["WorstMs"] = worst.count();
 }
 
 void AddCase(CStage& stage, const WindowCase& windowCase, const std::string& size,

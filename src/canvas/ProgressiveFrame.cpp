@@ -184,7 +184,7 @@ CRegion CProgressiveFrame::RefineTile(const FrameScene& scene)
         m_cache.Prepare(rect, scene);
     UpdateUnprepared(scene);
     m_outdatedSince = Clock::now();
-    return part.Intersect(m_missing) ? part : m_missing;
+    return part.Intersect(m_missing) ? part : m_missing; // what is missing there can be shown better
 }
 
 std::vector<Rect> CProgressiveFrame::Refine(const FrameScene& scene, Point focus, Clock::time_point until)
@@ -193,12 +193,13 @@ std::vector<Rect> CProgressiveFrame::Refine(const FrameScene& scene, Point focus
     m_focus = focus;
     Follow(scene, true);
     UpdateUnprepared(scene);
-    while (IsUnfinished() && RefinesFrom() <= Clock::now()) {
-        const CRegion tile = RefineTile(scene);
-        if (!tile.IsEmpty())
-            refined.push_back(tile.Bounds().Moved(scene.window.left, scene.window.top));
-        if (Clock::now() >= until)
+    Clock::time_point now;
+    do {
+        if (!IsUnfinished())
             break;
-    }
+        if (const CRegion tile = RefineTile(scene); !tile.IsEmpty())
+            refined.push_back(tile.Bounds().Moved(scene.window.left, scene.window.top));
+        now = Clock::now();
+    } while (now < until && now >= RefinesFrom());
     return refined;
 }
