@@ -27,6 +27,11 @@ void CWorkbench::AddObjects(int count)
 
 void CWorkbench::PaintInvalidated()
 {
-    for (const Rect& rect : std::exchange(m_invalid, {}))
-        m_view.Paint(ViewOf(m_window).Part(Rect::At({0, 0}, {rect.Width(), rect.Height()})), rect);
+    const std::vector<Rect> invalid = std::exchange(m_invalid, {});
+    Rect bounds;
+    for (const Rect& rect : invalid)
+        bounds = bounds.United(rect);
+    const FrameScene scene = m_view.BeginPainting(bounds, FrameRule::Exact);
+    for (const Rect& rect : invalid)
+        m_view.Paint(ViewOf(m_window).Part(Rect::At({0, 0}, {rect.Width(), rect.Height()})), rect, scene);
 }

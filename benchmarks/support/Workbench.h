@@ -20,7 +20,7 @@ public:
     /// Appends objects of 8 x 8 pixels, named, visible.
     void AddObjects(int count);
     [[nodiscard]] static MouseInput LeftAt(Point client) { return {client, MouseButton::Left}; }
-    /// Paints what was invalidated since the last call.
+    /// Paints what was invalidated since the last call, all in one go as a window does.
     void PaintInvalidated();
     void ForgetInvalidated() { m_invalid.clear(); }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "canvas/ui/CanvasWidget.h"
 
+#include "canvas/ui/CanvasScrollBar.h"
 #include "ui/UiTest.h"
 
 #include <QBackingStore>
@@ -9,6 +10,9 @@
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -249,4 +253,31 @@ TEST_F(CCanvasWidgetTest, DraggingAnObjectRepaintsWhereItWasAndWhereItIs)
         EXPECT_TRUE(painted.region.subtracted(needed).isEmpty());
     }
     QTest::mouseRelease(port, Qt::LeftButton, {}, {63, 42});
+}
+
+TEST(CanvasScrollBar, LooksLikeAnyOther)
+{
+    constexpr struct {
+        int length, page, value;
+    } kBars[] = {{300, 200, 0}, {300, 200, 251}, {300, 200, 500}, {300, 40, 500}, {260, 40, 3}};
+    for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+        CCanvasScrollBar ours(orientation);
+        QScrollBar plain(orientation);
+        // The pictures are kept from value to value and drawn again for another page or size.
+        for (const auto& [length, page, value] : kBars) {
+            for (QScrollBar* bar : {static_cast<QScrollBar*>(&ours), &plain}) {
+                bar->resize(orientation == Qt::Horizontal ? QSize(length, 16) : QSize(16, length));
+                bar->setRange(0, 500);
+                bar->setPageStep(page);
+                bar->setValue(value);
+            }
+            const QImage drawn = ours.grab().toImage().convertToFormat(QImage::Format_ARGB32);
+            const QImage expected = plain.grab().toImage().convertToFormat(QImage::Format_ARGB32);
+            ASSERT_EQ(drawn.size(), expected.size());
+            int most = 0;
+            for (qsizetype i = 0; i < drawn.sizeInBytes(); ++i)
+                most = std::max(most, std::abs(drawn.constBits()[i] - expected.constBits()[i]));
+            EXPECT_LE(most, 2) << length << ' ' << page << ' ' << value;
+        }
+    }
 }
