@@ -3,6 +3,16 @@
 
 #include "canvas/ToolFactory.h"
 
+namespace {
+
+/// Whether a button holds objects, which are likely to be dragged.
+bool HoldsObjects(const CPixoluneView& view)
+{
+    return view.Mode() == ToolMode::Default && view.CurrentTool().IsBusy();
+}
+
+} // namespace
+
 CPixoluneView::CPixoluneView(CPixoluneDoc& document, IViewHost* host) : m_document(document), m_host(host)
 {
     m_geometry.document = document.Canvas().Size();
@@ -137,8 +147,10 @@ void CPixoluneView::Press(const MouseInput& input)
     FollowPointer(input.client);
     CurrentTool().Down(input);
     TellToolState();
-    if (const FrameScene scene = Scene(); scene.isHeld)
+    if (HoldsObjects(*this)) {
+        const FrameScene scene = Scene();
         m_frame.ExpectMotion(scene, Focus(scene));
+    }
 }
 
 void CPixoluneView::Move(const MouseInput& input)
@@ -246,7 +258,7 @@ FrameScene CPixoluneView::Scene() const
                      {image.Width(), image.Height()},
                      Rect::At({-image.left, -image.top}, m_geometry.client),
                      m_geometry.zoom,
-                     m_mode == ToolMode::Default && CurrentTool().IsBusy()};
+                     HoldsObjects(*this)};
     for (const Ref<CPicObject>& object : m_document.Canvas().objects) {
         if (object->IsActive())
             scene.active.push_back(object->Rectangle());
