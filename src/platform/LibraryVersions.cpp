@@ -17,13 +17,6 @@ namespace {
 #define PIXOLUNE_QUOTE_VALUE(value) #value
 #define PIXOLUNE_QUOTE(macro) PIXOLUNE_QUOTE_VALUE(macro)
 
-/// Three numbers as one: 21700 is 2.17.0.
-std::string Dotted(int version)
-{
-    return std::to_string(version / 10000) + '.' + std::to_string(version / 100 % 100) + '.' +
-           std::to_string(version % 100);
-}
-
 /// "LIBTIFF, Version 4.5.0" and a line on the copyright: the last word of the first line.
 std::string TiffVersion()
 {
@@ -40,6 +33,12 @@ std::string VideoVersion()
 
 } // namespace
 
+std::string DottedVersion(int version)
+{
+    return std::to_string(version / 10000) + '.' + std::to_string(version / 100 % 100) + '.' +
+           std::to_string(version % 100);
+}
+
 std::vector<LibraryVersion> LibraryVersions()
 {
     return {
@@ -47,7 +46,7 @@ std::vector<LibraryVersion> LibraryVersions()
         {"Highway", PIXOLUNE_QUOTE(HWY_MAJOR) "." PIXOLUNE_QUOTE(HWY_MINOR) "." PIXOLUNE_QUOTE(HWY_PATCH),
          "Apache-2.0"},
         {"libdeflate", LIBDEFLATE_VERSION_STRING, "MIT"},
-        {"libimagequant", Dotted(liq_version()), "GPL-3.0-or-later"},
+        {"libimagequant", DottedVersion(liq_version()), "GPL-3.0-or-later"},
         {"libjpeg-turbo", PIXOLUNE_QUOTE(LIBJPEG_TURBO_VERSION), "BSD-3-Clause AND IJG"},
         {"libpng", png_get_libpng_ver(nullptr), "libpng-2.0"},
         {"libtiff", TiffVersion(), "libtiff"},

@@ -15,3 +15,5 @@ struct LibraryVersion {
 /// Those below the windows, in alphabetical order. Loads the video libraries; where they are missing, their
 /// version is empty.
 [[nodiscard]] std::vector<LibraryVersion> LibraryVersions();
+/// Of a version whose three numbers are one: 21700 is "2.17.0".
+[[nodiscard]] std::string DottedVersion(int version);

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QTableWidget>
 
+#include <fontconfig/fontconfig.h>
+
 namespace {
 
 /// Name, version and licence of every library, for reading only.
@@ -20,6 +22,7 @@ QTableWidget* CreateLibraryTable()
 {
     std::vector<LibraryVersion> libraries = LibraryVersions();
     libraries.push_back({"Qt", qVersion(), "LGPL-3.0-only"});
+    libraries.push_back({"Fontconfig", DottedVersion(FcGetVersion()), "HPND"});
     auto* table = new QTableWidget(static_cast<int>(libraries.size()), 3);
     table->setHorizontalHeaderLabels(
         {ToQString(Str::Library), ToQString(Str::LibraryVersion), ToQString(Str::LibraryLicence)});

@@ -84,7 +84,8 @@ CMainFrame::CMainFrame(CPixoluneApp& app, QSettings& configuration)
     CreateBars();
     CreatePanels();
     RestoreLayout();
-    Refresh();
+    // What is possible is shown with the first document, or once the window is there: icons drawn for none
+    // are drawn in vain where a document is about to come.
 }
 
 CMainFrame::~CMainFrame()

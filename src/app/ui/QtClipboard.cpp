@@ -66,6 +66,14 @@ private:
 
 } // namespace
 
+CQtClipboard::CQtClipboard()
+{
+    const auto forget = [this] { m_hasContents.reset(); };
+    QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &m_watcher, forget);
+    // Not every window system tells of other programs' copies while this one is in the background.
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_watcher, forget);
+}
+
 bool CQtClipboard::Offer(ClipboardOffer offer)
 {
     m_origins = offer.origins;
@@ -89,8 +97,11 @@ CPackedDib CQtClipboard::Picture() const
 
 bool CQtClipboard::HasContents() const
 {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data && (data->hasFormat(kPrivateType) || data->hasImage() || data->hasUrls());
+    if (!m_hasContents) {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        m_hasContents = data && (data->hasFormat(kPrivateType) || data->hasImage() || data->hasUrls());
+    }
+    return *m_hasContents;
 }
 
 std::vector<Point> CQtClipboard::Origins() const

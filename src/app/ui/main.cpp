@@ -15,8 +15,11 @@
 #include <QSettings>
 #include <QTimer>
 
+#include <fontconfig/fontconfig.h>
+
 #include <algorithm>
 #include <span>
+#include <thread>
 
 namespace {
 
@@ -84,6 +87,8 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("pixolune"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PIXOLUNE_VERSION));
     AnswerOnTerminal(argc, argv);
+    // Takes a while and is wanted with the first text; by then it is done, beside what else has to start.
+    const std::jthread fonts([] { FcInit(); });
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     // A fast stroke goes through every point that the mouse or the pen reports.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
