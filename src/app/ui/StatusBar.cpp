@@ -9,6 +9,8 @@
 #include <QPainter>
 #include <QProgressBar>
 
+#include <utility>
+
 namespace {
 
 constexpr int kRepaintMs = 60;
@@ -56,7 +58,6 @@ CStatusBar::CStatusBar(QWidget* parent)
         addPermanentWidget(pane.label);
     }
     FitPanes();
-    m_lastPaint.start();
 }
 
 /// Panes do not change their widths with every number, and take what is wider than usual all the same.
@@ -88,14 +89,17 @@ void CStatusBar::SetPrompt(const QString& text)
 
 void CStatusBar::SetProgress(int percent)
 {
-    const bool busy = percent > 0 && percent < 100;
+    const bool wasBusy = std::exchange(m_isBusy, percent > 0 && percent < 100);
     m_progress->setValue(percent);
-    if (busy != m_progress->isVisibleTo(this)) {
-        m_progress->setVisible(busy);
-        m_lastPaint.restart();
-    } else if (busy && m_lastPaint.hasExpired(kRepaintMs) && isVisible()) {
+    if (!m_isBusy) {
+        m_progress->hide();
+    } else if (!wasBusy) {
+        m_sincePaint.start();
+    } else if (m_sincePaint.hasExpired(kRepaintMs) && isVisible()) {
+        // What takes less shows no progress.
+        m_progress->show();
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        m_lastPaint.restart();
+        m_sincePaint.restart();
     }
 }
 

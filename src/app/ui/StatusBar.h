@@ -46,5 +46,6 @@ private:
     QLabel* m_dragged;
     QLabel* m_size;
     QLabel* m_zoom;
-    QElapsedTimer m_lastPaint;
+    bool m_isBusy = false;
+    QElapsedTimer m_sincePaint;
 };
