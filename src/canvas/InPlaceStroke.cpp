@@ -45,7 +45,8 @@ std::optional<CPixelChanges> CInPlaceStroke::Changes()
     const auto width = static_cast<size_t>(dib.Width());
     CPixelChangesBuilder builder;
     bool fits = true;
-    for (int y = dib.Height(); y-- > 0 && fits;) {
+    const Rect copied = m_old.CopiedBounds();
+    for (int y = copied.bottom; y-- > copied.top && fits;) {
         const auto* shown = reinterpret_cast<const uint32_t*>(dib.Row(y));
         const size_t first = static_cast<size_t>(dib.Height() - 1 - y) * width;
         m_old.ForEachCopied(y, [&](int x, std::span<const uint32_t> old) {
@@ -59,7 +60,8 @@ void CInPlaceStroke::Restore()
 {
     if (!HasPainted())
         return;
-    for (int y = 0; y < m_old.PictureSize().height; ++y) {
+    const Rect copied = m_old.CopiedBounds();
+    for (int y = copied.top; y < copied.bottom; ++y) {
         m_old.ForEachCopied(y, [&](int x, std::span<const uint32_t> old) {
             m_image->AnnounceChange({x, y, x + static_cast<int>(old.size()), y + 1});
             std::memcpy(Pixels().Row(y) + ptrdiff_t{x} * 4, old.data(), old.size_bytes());

@@ -124,7 +124,8 @@ void CPictureSnapshot::CopyTiles(std::span<CPictureSnapshot* const> snapshots, c
             if (!lacks(snapshot))
                 continue;
             snapshot->m_isIntact = hasMemory;
-            snapshot->m_hasTiles = snapshot->m_hasTiles || hasMemory;
+            if (hasMemory)
+                snapshot->m_copied = snapshot->m_copied.United(Rect::At({column, row}, {1, 1}));
             snapshot->m_tiles[snapshot->Index(column, row)] = {hasMemory ? copies : nullptr, copy};
         }
     });
@@ -140,8 +141,11 @@ void CPictureSnapshot::ForEachCopied(
             visit(begin,
                   std::span(m_row).subspan(static_cast<size_t>(begin), static_cast<size_t>(end - begin)));
     };
-    for (int column = 0; column < m_columns; ++column) {
-        const uint32_t* const tile = m_tiles[Index(column, y / kTileHeight)].pixels;
+    const int row = y / kTileHeight;
+    if (row < m_copied.top || row >= m_copied.bottom)
+        return;
+    for (int column = m_copied.left; column < m_copied.right; ++column) {
+        const uint32_t* const tile = m_tiles[Index(column, row)].pixels;
         const int x = column * kTileWidth;
         if (tile == nullptr)
             continue;
@@ -159,7 +163,7 @@ void CPictureSnapshot::ForEachCopied(
 const uint32_t* CPictureSnapshot::Row(int y)
 {
     const auto* row = reinterpret_cast<const uint32_t*>(m_picture.Row(y));
-    if (!m_hasTiles)
+    if (!HasTiles())
         return row;
     size_t copied = 0;
     ForEachCopied(y, [&](int, std::span<const uint32_t> pixels) { copied += pixels.size(); });

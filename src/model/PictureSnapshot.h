@@ -36,7 +36,14 @@ public:
     /// False once a tile has changed that was not copied: memory ran out, or there was too much at once.
     [[nodiscard]] bool IsIntact() const { return m_isIntact; }
     /// Whether tiles have been copied.
-    [[nodiscard]] bool HasTiles() const { return m_hasTiles; }
+    [[nodiscard]] bool HasTiles() const { return !m_copied.IsEmpty(); }
+    /// Around all that has been copied, in pixels.
+    [[nodiscard]] Rect CopiedBounds() const
+    {
+        return Rect{m_copied.left * kTileWidth, m_copied.top * kTileHeight, m_copied.right * kTileWidth,
+                    m_copied.bottom * kTileHeight}
+            .Intersected(Rect::At({0, 0}, m_size));
+    }
     /// Rows above `y` will not be asked for again.
     void ForgetAbove(int y) { m_first = y; }
 
@@ -73,7 +80,7 @@ private:
     int m_columns;
     int m_first = 0;
     bool m_isIntact = true;
-    bool m_hasTiles = false;
+    Rect m_copied; ///< around the tiles that have been copied, counted in tiles
     std::vector<Tile> m_tiles;
     std::vector<uint32_t> m_row;
 };
